@@ -1,0 +1,30 @@
+#pragma once
+// Everything NutritionKit needs from the system it runs on, in one bundle. The platform shell
+// (the Linux command line, the iOS framework) installs its own at start; tests install fakes
+// and restore the previous bundle. Until one is installed, portable defaults apply: the system
+// clock, UTC, in-memory stores and no device language.
+
+#include <memory>
+
+#include "platform/Calendar.h"
+#include "platform/Clock.h"
+#include "platform/DeviceLocale.h"
+#include "platform/KeyValueStore.h"
+
+namespace nutrition {
+
+struct Platform {
+  std::shared_ptr<const Clock> clock;
+  std::shared_ptr<const Calendar> calendar;
+  std::shared_ptr<KeyValueStores> keyValueStores;
+  std::shared_ptr<const DeviceLocale> locale;
+
+  // The installed bundle; never null.
+  static std::shared_ptr<const Platform> current();
+  // Installs `platform` (its empty members filled with the portable defaults) and returns the
+  // bundle it replaces.
+  static std::shared_ptr<const Platform> install(std::shared_ptr<const Platform> platform);
+  static std::shared_ptr<Platform> portableDefaults();
+};
+
+}  // namespace nutrition

@@ -1,0 +1,25 @@
+#pragma once
+// A colour of the themed screens, made from the hexadecimal strings the host passes in.
+//
+// Accepted forms, case-insensitive, with an optional leading "#" and surrounding white space
+// ignored: "RRGGBB" (opaque), "RRGGBBAA" (last pair is alpha) and the short "RGB" (each digit
+// doubled, opaque). Anything else (empty, another length, a non-hex character) gives opaque
+// black, so a bad setting is visible on screen and never fails.
+
+#include <cstdint>
+#include <string_view>
+
+namespace nutrition {
+
+struct Color {
+  std::uint8_t red = 0;
+  std::uint8_t green = 0;
+  std::uint8_t blue = 0;
+  std::uint8_t alpha = 255;
+
+  bool operator==(const Color&) const = default;
+
+  static Color fromHex(std::string_view hex);
+};
+
+}  // namespace nutrition

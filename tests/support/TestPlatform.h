@@ -1,0 +1,51 @@
+#pragma once
+// Test doubles for the platform bundle: a clock the test sets and steps, and a fixture helper
+// that installs fakes for the test's life with fresh shared instances, then restores the
+// previous platform.
+
+#include <memory>
+#include <string>
+
+#include "base/Date.h"
+#include "platform/Platform.h"
+
+namespace nutrition::test {
+
+class FakeClock final : public Clock {
+ public:
+  explicit FakeClock(TimePoint start) : now_(start) {}
+  TimePoint now() const override { return now_; }
+  void set(TimePoint now) { now_ = now; }
+  void advance(std::chrono::system_clock::duration step) { now_ += step; }
+
+ private:
+  TimePoint now_;
+};
+
+// A UTC instant from its calendar fields.
+Date utc(int year, unsigned month, unsigned day, int hour = 0, int minute = 0, int second = 0);
+
+class TestPlatform {
+ public:
+  struct Options {
+    Date now = utc(2026, 11, 21, 12);
+    std::string language = "es";
+    std::shared_ptr<const Calendar> calendar;  // UTC when empty
+  };
+
+  TestPlatform() : TestPlatform(Options{}) {}
+  explicit TestPlatform(Options options);
+  ~TestPlatform();
+  TestPlatform(const TestPlatform&) = delete;
+  TestPlatform& operator=(const TestPlatform&) = delete;
+
+  FakeClock& clock() { return *clock_; }
+  KeyValueStores& stores() { return *stores_; }
+
+ private:
+  std::shared_ptr<FakeClock> clock_;
+  std::shared_ptr<InMemoryKeyValueStores> stores_;
+  std::shared_ptr<const Platform> previous_;
+};
+
+}  // namespace nutrition::test

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Installs the Debian packages NutritionKit builds with, when they are missing. Safe to run
+# again: it does nothing when everything is there.
+set -euo pipefail
+
+packages=(
+  build-essential cmake pkg-config clang-format
+  libsimdjson-dev libcurl4-openssl-dev libhowardhinnant-date-dev libcpp-httplib-dev tzdata
+  libgtest-dev libgmock-dev libbenchmark-dev
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$package")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  exit 0
+fi
+
+echo "Installing: ${missing[*]}"
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then
+  sudo="sudo"
+fi
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
