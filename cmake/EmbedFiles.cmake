@@ -1,0 +1,17 @@
+# Writes OUTPUT, a C++ source defining `std::string_view NAME()` for each "NAME=FILE" in FILES,
+# returning the file's bytes. Run as a script: cmake -DOUTPUT=... -DNAMESPACE=... -DFILES=... -P
+set(source "// Generated from the files named below; do not edit.\n#include <string_view>\n\nnamespace ${NAMESPACE} {\n")
+foreach(entry IN LISTS FILES)
+  string(REPLACE "=" ";" parts "${entry}")
+  list(GET parts 0 name)
+  list(GET parts 1 file)
+  file(READ "${file}" hex HEX)
+  string(LENGTH "${hex}" length)
+  math(EXPR size "${length} / 2")
+  string(REGEX REPLACE "([0-9a-f][0-9a-f])" "'\\\\x\\1'," bytes "${hex}")
+  string(APPEND source "\n// ${file}\nstd::string_view ${name}() {\n  static const char kBytes[] = {${bytes} 0};\n  return {kBytes, ${size}};\n}\n")
+endforeach()
+string(APPEND source "\n}  // namespace ${NAMESPACE}\n")
+file(WRITE "${OUTPUT}.tmp" "${source}")
+file(COPY_FILE "${OUTPUT}.tmp" "${OUTPUT}" ONLY_IF_DIFFERENT)
+file(REMOVE "${OUTPUT}.tmp")
