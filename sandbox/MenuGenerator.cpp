@@ -27,7 +27,8 @@ class Random {
   }
   template <class T>
   void shuffle(std::vector<T>& items) {
-    for (std::size_t i = items.size(); i > 1; --i) std::swap(items[i - 1], items[next() % i]);
+    for (std::size_t i = items.size(); i > 1; --i)
+      std::swap(items[i - 1], items[next() % i]);
   }
 
  private:
@@ -55,10 +56,14 @@ bool contains(const std::optional<std::vector<std::int64_t>>& list, std::int64_t
 // Relative weight of a course within an intake.
 double courseWeight(std::int64_t course) {
   switch (course) {
-    case 1: return 0.35;
-    case 2: return 0.45;
-    case 3: return 0.20;
-    default: return 0.35;
+    case 1:
+      return 0.35;
+    case 2:
+      return 0.45;
+    case 3:
+      return 0.20;
+    default:
+      return 0.35;
   }
 }
 
@@ -95,14 +100,15 @@ std::vector<PlannedCourse> MenuGenerator::plan(const NutritionUser& user) const 
   };
   if (user.selectedIntakes && !user.selectedIntakes->empty()) {
     for (const auto& selected : *user.selectedIntakes) {
-      addCourses(selected.intake.value_or(0), selected.dishes.value_or(std::vector<std::int64_t>{}));
+      addCourses(selected.intake.value_or(0),
+                 selected.dishes.value_or(std::vector<std::int64_t>{}));
     }
   }
   if (courses.empty() && distribution && distribution->split) {
     for (const auto& split : *distribution->split) {
       const bool main = split.intake == kLunch || split.intake == kDinner;
-      addCourses(split.intake, main ? std::vector<std::int64_t>{1, 2, 3}
-                                    : std::vector<std::int64_t>{1});
+      addCourses(split.intake,
+                 main ? std::vector<std::int64_t>{1, 2, 3} : std::vector<std::int64_t>{1});
     }
   }
 
@@ -113,8 +119,8 @@ std::vector<PlannedCourse> MenuGenerator::plan(const NutritionUser& user) const 
   if (distribution && distribution->split) {
     for (const auto& split : *distribution->split) {
       if (!courses.contains(split.intake)) continue;
-      const double share = 0.5 * double(split.carbs) + 0.2 * double(split.proteins) +
-                           0.3 * double(split.fats);
+      const double share =
+          0.5 * double(split.carbs) + 0.2 * double(split.proteins) + 0.3 * double(split.fats);
       shares[split.intake] = std::max(share, 0.0);
       known += shares[split.intake];
     }
@@ -134,7 +140,8 @@ std::vector<PlannedCourse> MenuGenerator::plan(const NutritionUser& user) const 
   for (const auto& [intake, list] : courses) {
     const double intakeKcal = total > 0 ? daily * shares[intake] / total : 0;
     double weights = 0;
-    for (const auto course : list) weights += courseWeight(course);
+    for (const auto course : list)
+      weights += courseWeight(course);
     for (const auto course : list) {
       planned.push_back({intake, course, intakeKcal * courseWeight(course) / weights});
     }
@@ -174,7 +181,7 @@ NutritionDish MenuGenerator::portion(const SeedDish& dish, double kcal) const {
 }
 
 NutritionMenu MenuGenerator::generate(const NutritionUser& user, std::int64_t serialNumber,
-                                     const std::string& timestamp) const {
+                                      const std::string& timestamp) const {
   const auto planned = plan(user);
   Random random(seedFor(user, serialNumber));
 
@@ -228,7 +235,8 @@ NutritionMenu MenuGenerator::generate(const NutritionUser& user, std::int64_t se
 
   const double daily = planned.empty() ? 0 : [&] {
     double sum = 0;
-    for (const auto& course : planned) sum += course.kcal;
+    for (const auto& course : planned)
+      sum += course.kcal;
     return sum;
   }();
   char id[32];
@@ -240,8 +248,8 @@ NutritionMenu MenuGenerator::generate(const NutritionUser& user, std::int64_t se
   menu.current = true;
   menu.serialNumber = serialNumber;
   menu.processed = true;
-  menu.viableKcal = complete && !planned.empty() && daily >= kMinViableKcal &&
-                    daily <= kMaxViableKcal;
+  menu.viableKcal =
+      complete && !planned.empty() && daily >= kMinViableKcal && daily <= kMaxViableKcal;
   menu.enabled = true;
   menu.createdAt = timestamp;
   menu.changedAt = timestamp;

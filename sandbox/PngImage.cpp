@@ -14,21 +14,25 @@ std::uint32_t crc32(const std::uint8_t* data, std::size_t size, std::uint32_t cr
     std::array<std::uint32_t, 256> t{};
     for (std::uint32_t n = 0; n < 256; ++n) {
       std::uint32_t c = n;
-      for (int k = 0; k < 8; ++k) c = (c & 1) ? 0xEDB88320u ^ (c >> 1) : c >> 1;
+      for (int k = 0; k < 8; ++k)
+        c = (c & 1) ? 0xEDB88320u ^ (c >> 1) : c >> 1;
       t[n] = c;
     }
     return t;
   }();
   crc = ~crc;
-  for (std::size_t i = 0; i < size; ++i) crc = table[(crc ^ data[i]) & 0xFF] ^ (crc >> 8);
+  for (std::size_t i = 0; i < size; ++i)
+    crc = table[(crc ^ data[i]) & 0xFF] ^ (crc >> 8);
   return ~crc;
 }
 
 void put32(std::vector<std::uint8_t>& out, std::uint32_t value) {
-  for (int shift = 24; shift >= 0; shift -= 8) out.push_back(std::uint8_t(value >> shift));
+  for (int shift = 24; shift >= 0; shift -= 8)
+    out.push_back(std::uint8_t(value >> shift));
 }
 
-void chunk(std::vector<std::uint8_t>& png, const char type[4], const std::vector<std::uint8_t>& data) {
+void chunk(std::vector<std::uint8_t>& png, const char type[4],
+           const std::vector<std::uint8_t>& data) {
   put32(png, std::uint32_t(data.size()));
   std::vector<std::uint8_t> typed(type, type + 4);
   typed.insert(typed.end(), data.begin(), data.end());
@@ -64,8 +68,8 @@ std::vector<std::uint8_t> zlibStored(const std::vector<std::uint8_t>& raw) {
 }  // namespace
 
 std::string dishImagePng(const SeedDish& dish) {
-  static constexpr std::array<std::array<std::uint8_t, 3>, 4> kBackgrounds{{
-      {0xF3, 0xE9, 0xDC}, {0xE3, 0xF1, 0xE0}, {0xF6, 0xDD, 0xCC}, {0xF2, 0xE1, 0xEE}}};
+  static constexpr std::array<std::array<std::uint8_t, 3>, 4> kBackgrounds{
+      {{0xF3, 0xE9, 0xDC}, {0xE3, 0xF1, 0xE0}, {0xF6, 0xDD, 0xCC}, {0xF2, 0xE1, 0xEE}}};
   const auto& background = kBackgrounds[std::size_t(dish.course) % kBackgrounds.size()];
   const auto hash = static_cast<std::uint32_t>(dish.id) * 2654435761u;
   const std::array<std::uint8_t, 3> food{std::uint8_t(96 + (hash >> 8) % 144),

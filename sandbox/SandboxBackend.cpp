@@ -33,7 +33,8 @@ struct ReplaceBody {
   static constexpr auto jsonFields() {
     using R = ReplaceBody;
     return std::tuple{json::field("UserId", &R::userId), json::field("DayNum", &R::day),
-                      json::field("IntakeId", &R::intake), json::field("DishOrderId", &R::dishOrder),
+                      json::field("IntakeId", &R::intake),
+                      json::field("DishOrderId", &R::dishOrder),
                       json::field("Language", &R::language)};
   }
 };
@@ -54,7 +55,9 @@ Answer ok(const T& value) {
   return Answer{200, std::move(text).value()};
 }
 
-Answer badBody(const Error& error) { return errorAnswer(400, "invalid JSON body: " + error.message); }
+Answer badBody(const Error& error) {
+  return errorAnswer(400, "invalid JSON body: " + error.message);
+}
 
 // Copies every field present in `update` over `stored`, as a partial update does.
 void merge(NutritionUser& stored, const NutritionUser& update) {
@@ -130,7 +133,8 @@ Answer SandboxBackend::login(std::string_view body) {
   std::vector<NutritionCredentialsIA> answer;
   for (const auto& account : seed_.accounts) {
     if (account.clientAlias == request->clientAlias && account.password == request->password) {
-      answer.push_back({account.clientId, account.clientAlias, account.clientName, account.enabled});
+      answer.push_back(
+          {account.clientId, account.clientAlias, account.clientName, account.enabled});
     }
   }
   return ok(answer);
@@ -233,8 +237,8 @@ NutritionDish SandboxBackend::render(const NutritionDish& dish, NutritionLanguag
       out.preferences->push_back(preference.id);
     }
   }
-  out.binaryUrls = std::vector<std::string>{baseURL_ + "images/dish-" + std::to_string(seed->id) +
-                                            ".png"};
+  out.binaryUrls =
+      std::vector<std::string>{baseURL_ + "images/dish-" + std::to_string(seed->id) + ".png"};
   return out;
 }
 
@@ -251,11 +255,13 @@ NutritionMenu SandboxBackend::render(const StoredMenu& stored, NutritionLanguage
   for (auto& day : *menu.days) {
     if (!day.intakes) continue;
     for (auto& intake : *day.intakes) {
-      if (const SeedEntry* entry = seed_.entry(seed_.catalogues.intakes, intake.intakeId.value_or(0))) {
+      if (const SeedEntry* entry =
+              seed_.entry(seed_.catalogues.intakes, intake.intakeId.value_or(0))) {
         intake.name = entry->name.in(language);
       }
       if (!intake.dishes) continue;
-      for (auto& dish : *intake.dishes) dish = render(dish, language);
+      for (auto& dish : *intake.dishes)
+        dish = render(dish, language);
     }
   }
   return menu;
@@ -320,14 +326,16 @@ Answer SandboxBackend::addFavorite(std::string_view language, std::string_view b
 Answer SandboxBackend::removeFavorite(std::string_view language, std::string_view body) {
   const auto request = json::decodeDocument<RemoveFavoriteBody>(body);
   if (!request.ok()) return badBody(request.error());
-  if (!request->userId || !request->dishId) return errorAnswer(400, "UserId and DishId are required");
+  if (!request->userId || !request->dishId)
+    return errorAnswer(400, "UserId and DishId are required");
   std::lock_guard lock(mutex_);
   if (!state_.user(*request->userId)) return errorAnswer(404, "no such user");
   auto& dishes = state_.favoritesOf(*request->userId);
   std::erase_if(dishes, [&](const NutritionDish& d) { return d.dishID == request->dishId; });
   if (auto failure = persist()) return *failure;
   NutritionFavoriteDishesGet answer{request->userId, std::vector<NutritionDish>{}};
-  for (const auto& dish : dishes) answer.dishes->push_back(render(dish, requestLanguage(language)));
+  for (const auto& dish : dishes)
+    answer.dishes->push_back(render(dish, requestLanguage(language)));
   return ok(std::vector<NutritionFavoriteDishesGet>{answer});
 }
 
@@ -347,7 +355,8 @@ Answer SandboxBackend::getCatalogue(Catalogue catalogue, std::string_view code) 
   const auto& seed = seed_.catalogues;
   const auto build = [&]<class Record>(const std::vector<SeedEntry>& entries, auto make) {
     std::vector<Record> records;
-    for (const auto& entry : entries) records.push_back(make(entry, entry.name.in(language)));
+    for (const auto& entry : entries)
+      records.push_back(make(entry, entry.name.in(language)));
     return ok(records);
   };
   switch (catalogue) {
@@ -371,9 +380,8 @@ Answer SandboxBackend::getCatalogue(Catalogue catalogue, std::string_view code) 
     case Catalogue::preferences:
       return build.template operator()<NutritionPreference>(
           seed.preferences, [](auto& e, auto& name) {
-            return NutritionPreference{e.id, name,
-                                       fromRawValue<PreferenceType>(e.type.value_or("")),
-                                       e.aliments};
+            return NutritionPreference{
+                e.id, name, fromRawValue<PreferenceType>(e.type.value_or("")), e.aliments};
           });
     case Catalogue::distributions:
       return build.template operator()<NutritionDistribution>(
@@ -390,9 +398,10 @@ Answer SandboxBackend::getCatalogue(Catalogue catalogue, std::string_view code) 
             return PhysicalIntensity{e.documentId, name, e.id};
           });
     case Catalogue::dishOrders:
-      return build.template operator()<NutritionDishOrder>(seed.dishOrders, [](auto& e, auto& name) {
-        return NutritionDishOrder{e.id, name};
-      });
+      return build.template operator()<NutritionDishOrder>(seed.dishOrders,
+                                                           [](auto& e, auto& name) {
+                                                             return NutritionDishOrder{e.id, name};
+                                                           });
   }
   return errorAnswer(404, "no such catalogue");
 }
@@ -403,7 +412,8 @@ Answer SandboxBackend::getImage(std::string_view fileName) const {
   if (!fileName.starts_with(kPrefix) || !fileName.ends_with(kSuffix)) {
     return errorAnswer(404, "no such image");
   }
-  const auto digits = fileName.substr(kPrefix.size(), fileName.size() - kPrefix.size() - kSuffix.size());
+  const auto digits =
+      fileName.substr(kPrefix.size(), fileName.size() - kPrefix.size() - kSuffix.size());
   std::int64_t id = 0;
   for (const char c : digits) {
     if (c < '0' || c > '9' || id > 1'000'000) return errorAnswer(404, "no such image");

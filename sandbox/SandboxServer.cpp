@@ -14,25 +14,40 @@ namespace {
 
 const char* kFaultHeader = "X-Sandbox-Fault";
 
+// The library listens with a backlog of 5, which drops connections when many clients connect
+// at once; listening again on the bound socket raises it.
+class Server : public httplib::Server {
+ public:
+  void raiseBacklog(int backlog) { ::listen(svr_sock_, backlog); }
+};
+
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
+    return std::tolower(static_cast<unsigned char>(x)) ==
+           std::tolower(static_cast<unsigned char>(y));
   });
 }
 
 std::string reasonFor(int status) {
   switch (status) {
-    case 400: return "bad request";
-    case 404: return "no such endpoint";
-    case 405: return "method not allowed on this endpoint";
-    case 413: return "request body too large";
-    case 414: return "request line too long";
-    default: return "request failed";
+    case 400:
+      return "bad request";
+    case 404:
+      return "no such endpoint";
+    case 405:
+      return "method not allowed on this endpoint";
+    case 413:
+      return "request body too large";
+    case 414:
+      return "request line too long";
+    default:
+      return "request failed";
   }
 }
 
 int portOf(const sockaddr_storage& address) {
-  if (address.ss_family == AF_INET) return ntohs(reinterpret_cast<const sockaddr_in&>(address).sin_port);
+  if (address.ss_family == AF_INET)
+    return ntohs(reinterpret_cast<const sockaddr_in&>(address).sin_port);
   if (address.ss_family == AF_INET6) {
     return ntohs(reinterpret_cast<const sockaddr_in6&>(address).sin6_port);
   }
@@ -61,7 +76,8 @@ void dropConnection(const httplib::Request& request) {
 
 void applyBodyFault(Fault::Body fault, Answer& answer) {
   switch (fault) {
-    case Fault::Body::unchanged: break;
+    case Fault::Body::unchanged:
+      break;
     case Fault::Body::malformed:
       answer.body = "{\"_id\": \"menu\", \"Days\": [ oops";
       break;
@@ -72,8 +88,9 @@ void applyBodyFault(Fault::Body fault, Answer& answer) {
       answer.body.clear();
       break;
     case Fault::Body::html:
-      answer.body = "<html><head><title>Internal Server Error</title></head>"
-                    "<body><h1>Internal Server Error</h1></body></html>";
+      answer.body =
+          "<html><head><title>Internal Server Error</title></head>"
+          "<body><h1>Internal Server Error</h1></body></html>";
       answer.contentType = "text/html";
       break;
   }
@@ -90,20 +107,21 @@ std::string RecordedRequest::header(std::string_view name) const {
 
 SandboxServer::SandboxServer(Options options)
     : options_(std::move(options)),
-      backend_(SandboxBackend::Options{options_.dataDirectory, options_.processingTime, {}}),
-      server_(std::make_unique<httplib::Server>()) {
+      backend_(
+          SandboxBackend::Options{options_.dataDirectory, options_.processingTime, options_.now}),
+      server_(std::make_unique<Server>()) {
   const int threads = std::max(2, options_.threads);
   server_->new_task_queue = [threads] { return new httplib::ThreadPool(std::size_t(threads)); };
   server_->set_payload_max_length(options_.maxBodySize);
   server_->set_error_handler(httplib::Server::HandlerWithResponse(
       [](const httplib::Request&, httplib::Response& response) {
-    if (!response.body.empty() || response.has_header(kFaultHeader)) {
-      return httplib::Server::HandlerResponse::Unhandled;
-    }
-    const Answer error = errorAnswer(response.status, reasonFor(response.status));
-    response.set_content(error.body, error.contentType);
-    return httplib::Server::HandlerResponse::Handled;
-  }));
+        if (!response.body.empty() || response.has_header(kFaultHeader)) {
+          return httplib::Server::HandlerResponse::Unhandled;
+        }
+        const Answer error = errorAnswer(response.status, reasonFor(response.status));
+        response.set_content(error.body, error.contentType);
+        return httplib::Server::HandlerResponse::Handled;
+      }));
   const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
     handle(request, response);
   };
@@ -115,7 +133,9 @@ SandboxServer::SandboxServer(Options options)
   server_->Options(".*", handler);
 }
 
-SandboxServer::~SandboxServer() { stop(); }
+SandboxServer::~SandboxServer() {
+  stop();
+}
 
 bool SandboxServer::start() {
   if (thread_.joinable()) return true;
@@ -126,6 +146,7 @@ bool SandboxServer::start() {
     if (!server_->bind_to_port(options_.host, options_.port)) return false;
     port_ = options_.port;
   }
+  static_cast<Server&>(*server_).raiseBacklog(SOMAXCONN);
   backend_.setBaseURL(baseURL());
   thread_ = std::thread([this] { server_->listen_after_bind(); });
   for (int i = 0; i < 5000 && !server_->is_running(); ++i) {
@@ -184,9 +205,8 @@ std::optional<Fault> SandboxServer::faultFor(const std::string& path) const {
 bool SandboxServer::hold(const std::string& path, std::chrono::milliseconds duration,
                          bool untilCleared) {
   std::unique_lock lock(mutex_);
-  return !wake_.wait_for(lock, duration, [&] {
-    return stopping_ || (untilCleared && !faults_.contains(path));
-  });
+  return !wake_.wait_for(lock, duration,
+                         [&] { return stopping_ || (untilCleared && !faults_.contains(path)); });
 }
 
 void SandboxServer::handle(const httplib::Request& request, httplib::Response& response) {

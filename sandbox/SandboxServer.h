@@ -14,6 +14,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -70,6 +71,8 @@ class SandboxServer {
     std::chrono::milliseconds processingTime{3000};
     std::size_t maxBodySize = 1 << 20;
     int threads = 16;
+    // The backend's clock in seconds since 1970; the system clock when empty.
+    std::function<double()> now;
   };
 
   SandboxServer() : SandboxServer(Options{}) {}

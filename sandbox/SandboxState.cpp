@@ -47,9 +47,13 @@ bool writeFileDurably(const std::filesystem::path& path, const std::string& cont
 
 }  // namespace
 
-NutritionUser* SandboxState::user(const std::string& userId) { return findByUser(users, userId); }
+NutritionUser* SandboxState::user(const std::string& userId) {
+  return findByUser(users, userId);
+}
 
-StoredMenu* SandboxState::menu(const std::string& userId) { return findByUser(menus, userId); }
+StoredMenu* SandboxState::menu(const std::string& userId) {
+  return findByUser(menus, userId);
+}
 
 std::vector<NutritionDish>& SandboxState::favoritesOf(const std::string& userId) {
   if (auto* stored = findByUser(favorites, userId)) return stored->dishes;

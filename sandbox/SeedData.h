@@ -74,9 +74,12 @@ struct SeedEntry {
   static constexpr auto jsonFields() {
     using E = SeedEntry;
     using json::field;
-    return std::tuple{json::required("id", &E::id), json::required("name", &E::name),
-                      field("type", &E::type),       field("aliments", &E::aliments),
-                      field("documentId", &E::documentId), field("enabled", &E::enabled),
+    return std::tuple{json::required("id", &E::id),
+                      json::required("name", &E::name),
+                      field("type", &E::type),
+                      field("aliments", &E::aliments),
+                      field("documentId", &E::documentId),
+                      field("enabled", &E::enabled),
                       field("split", &E::split)};
   }
 };
@@ -101,7 +104,7 @@ struct SeedCatalogues {
 
 struct SeedDish {
   std::int64_t id = 0;
-  std::int64_t course = 0;  // dish order
+  std::int64_t course = 0;            // dish order
   std::vector<std::int64_t> intakes;  // the intakes it suits
   LocalizedText name, ingredients, recipe;
   std::int64_t difficulty = 1;

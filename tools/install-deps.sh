@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake pkg-config clang-format
   libsimdjson-dev libcurl4-openssl-dev libhowardhinnant-date-dev libcpp-httplib-dev tzdata
-  libgtest-dev libgmock-dev libbenchmark-dev
+  libgtest-dev libgmock-dev libbenchmark-dev curl
 )
 
 missing=()

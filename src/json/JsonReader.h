@@ -41,6 +41,15 @@ inline ReadStatus fail(ReadFailure& failure, simdjson::error_code code, std::str
   return false;
 }
 
+// Adds an outer segment ("Days" or "[2]") in front of the path read so far.
+inline void prependPath(ReadFailure& failure, const std::string& segment) {
+  if (failure.path.empty() || failure.path.front() == '[') {
+    failure.path.insert(0, segment);
+  } else {
+    failure.path.insert(0, segment + ".");
+  }
+}
+
 inline ReadStatus check(ReadFailure& failure, simdjson::error_code code) {
   return code == simdjson::SUCCESS || fail(failure, code);
 }
@@ -103,7 +112,7 @@ ReadStatus read(od::value& value, std::vector<T>& out, ReadFailure& failure) {
     if (!check(failure, std::move(element).get(item))) return false;
     T decoded{};
     if (!read(item, decoded, failure)) {
-      failure.path.insert(0, "[" + std::to_string(out.size()) + "]");
+      prependPath(failure, "[" + std::to_string(out.size()) + "]");
       return false;
     }
     out.push_back(std::move(decoded));
@@ -163,8 +172,7 @@ ReadStatus read(od::value& value, T& out, ReadFailure& failure) {
     };
     std::apply([&](const auto&... field) { (readIfKey(field), ...); }, fields);
     if (!ok) {
-      const bool nested = !failure.path.empty() && failure.path.front() != '[';
-      failure.path.insert(0, std::string(key) + (nested ? "." : ""));
+      prependPath(failure, std::string(key));
       return false;
     }
   }

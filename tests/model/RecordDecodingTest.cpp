@@ -86,7 +86,7 @@ TEST(RecordDecoding, FailureMessageNamesWhereItStopped) {
   const auto menus = decodeJsonArray<NutritionMenu>(
       R"([{"Days": [{"DayNum": 1}, {"Intakes": [{"Dishes": [{"Kcal": 1.5}]}]}]}])");
   ASSERT_FALSE(menus.ok());
-  EXPECT_NE(menus.error().message.find("[0]Days[1]Intakes[0]Dishes[0]Kcal"), std::string::npos)
+  EXPECT_NE(menus.error().message.find("[0].Days[1].Intakes[0].Dishes[0].Kcal"), std::string::npos)
       << menus.error().message;
 }
 
