@@ -113,6 +113,8 @@ SandboxServer::SandboxServer(Options options)
   const int threads = std::max(2, options_.threads);
   server_->new_task_queue = [threads] { return new httplib::ThreadPool(std::size_t(threads)); };
   server_->set_payload_max_length(options_.maxBodySize);
+  // Idle keep-alive connections hold a worker; a short wait lets stop() finish promptly.
+  server_->set_keep_alive_timeout(1);
   server_->set_error_handler(httplib::Server::HandlerWithResponse(
       [](const httplib::Request&, httplib::Response& response) {
         if (!response.body.empty() || response.has_header(kFaultHeader)) {

@@ -4,13 +4,18 @@
 #include <string>
 #include <vector>
 
+#include "DemoCommand.h"
 #include "SandboxCommand.h"
 
 namespace {
 
 void printHelp() {
   std::printf(
-      "usage: nutrition <command> [options]\n"
+      "usage: nutrition [--base-url URL --app-id ID --password P] [--member M]\n"
+      "       nutrition <command> [options]\n"
+      "\n"
+      "Without a command: starts the embedded sandbox backend (or uses --base-url), starts a\n"
+      "session for a demo member, fills in its profile and prints it with today's menu.\n"
       "\n"
       "commands:\n"
       "  sandbox [--port N] [--data-dir DIR]   run the sandbox nutrition backend on 127.0.0.1\n"
@@ -21,8 +26,10 @@ void printHelp() {
 
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
-  if (arguments.empty() || arguments[0] == "help" || arguments[0] == "--help" ||
-      arguments[0] == "-h") {
+  if (arguments.empty() || (arguments[0].starts_with("--") && arguments[0] != "--help")) {
+    return nutrition::cli::runDemo(arguments);
+  }
+  if (arguments[0] == "help" || arguments[0] == "--help" || arguments[0] == "-h") {
     printHelp();
     return 0;
   }

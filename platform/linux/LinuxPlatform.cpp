@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "platform/linux/CurlHttpClient.h"
+#include "platform/linux/DirectoryResourceBundle.h"
 #include "platform/linux/EnvDeviceLocale.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/TzCalendar.h"
@@ -18,12 +20,24 @@ std::filesystem::path defaultDataDirectory() {
   return ".nutritionkit";
 }
 
-std::shared_ptr<Platform> makeLinuxPlatform(const std::filesystem::path& dataDirectory) {
+std::filesystem::path defaultResourcesDirectory() {
+  if (const char* path = std::getenv("NUTRITIONKIT_RESOURCES"); path != nullptr && *path != '\0') {
+    return path;
+  }
+  return NUTRITION_RESOURCES_DIR;
+}
+
+std::shared_ptr<Platform> makeLinuxPlatform(const LinuxPlatformOptions& options) {
   auto platform = std::make_shared<Platform>();
   platform->clock = std::make_shared<SystemClock>();
   platform->calendar = std::make_shared<TzCalendar>();
-  platform->keyValueStores = std::make_shared<FileKeyValueStores>(dataDirectory / "defaults");
+  platform->keyValueStores =
+      std::make_shared<FileKeyValueStores>(options.dataDirectory / "defaults");
   platform->locale = std::make_shared<EnvDeviceLocale>();
+  platform->http = std::make_shared<CurlHttpClient>();
+  platform->mainQueue = std::make_shared<ManualMainQueue>(platform->clock);
+  platform->resources = std::make_shared<DirectoryResourceBundle>(options.resourcesDirectory);
+  platform->documentsDirectory = (options.dataDirectory / "Documents").string();
   return platform;
 }
 

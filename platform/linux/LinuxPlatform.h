@@ -1,6 +1,7 @@
 #pragma once
 // The Platform bundle of the Linux host: system clock, the tz database calendar, key-value
-// stores as files under the data directory, and the locale environment.
+// stores as files and the documents folder under the data directory, libcurl, the locale
+// environment, a main queue the host's loop runs, and the resources directory.
 
 #include <filesystem>
 #include <memory>
@@ -12,6 +13,15 @@ namespace nutrition {
 // $XDG_DATA_HOME/nutritionkit, else ~/.local/share/nutritionkit, else ./.nutritionkit.
 std::filesystem::path defaultDataDirectory();
 
-std::shared_ptr<Platform> makeLinuxPlatform(const std::filesystem::path& dataDirectory);
+// $NUTRITIONKIT_RESOURCES, else the resources directory of the source tree this was built from.
+std::filesystem::path defaultResourcesDirectory();
+
+struct LinuxPlatformOptions {
+  std::filesystem::path dataDirectory = defaultDataDirectory();
+  std::filesystem::path resourcesDirectory = defaultResourcesDirectory();
+};
+
+// The host runs the main queue it holds (a ManualMainQueue: waitAndRun in its loop).
+std::shared_ptr<Platform> makeLinuxPlatform(const LinuxPlatformOptions& options = {});
 
 }  // namespace nutrition

@@ -1,16 +1,21 @@
 #pragma once
 // The configuration record: every setting the host gives through the facade, read by the
 // session, the backend clients and the screens. Settings live in memory only; the defaults
-// below apply again at every launch.
+// below apply again at every launch. It also offers the small persistence helpers: which
+// members filled in their profile, the local image folders and cache, and the supplement
+// advice of the bariatric phases.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/Result.h"
 #include "model/NutritionEnums.h"
 #include "platform/KeyValueStore.h"
+#include "session/ImageCache.h"
 #include "ui/Color.h"
 #include "ui/Image.h"
 
@@ -24,9 +29,11 @@ class NutritionSDKUtils {
   static constexpr std::string_view kDefaultBackendURL = "https://api.nutritionkit.example/";
   static constexpr std::string_view kDefaultPrimaryColor = "EA6E29";
   static constexpr std::string_view kUserDefaultsSuite = "nutritionSDK";
+  static constexpr std::string_view kProfileFilledKey = "profileFilledUsers";
 
   static NutritionSDKUtils& sharedInstance();
 
+  // Creates the six local folders.
   explicit NutritionSDKUtils(const Platform& platform);
 
   std::optional<Color> navigationBarColor;
@@ -49,6 +56,40 @@ class NutritionSDKUtils {
 
   // The backend's code for the configured language ("es_ES", "en_EN", ...).
   std::string_view languageCode() const { return rawValue(sdkLanguage); }
+
+  // Whether the session's member is recorded as having filled in the profile.
+  bool isProfileFilled() const;
+  // Records the session's member (duplicates are kept).
+  void setUserProfileAsFilled();
+
+  void createFolder(Folder folder) const { images_.createFolder(folder); }
+  std::string getURLForFolder(Folder folder) const { return images_.folderURL(folder); }
+  bool existImage(std::string_view urlImage, Folder folder) const {
+    return images_.exists(urlImage, folder);
+  }
+  void writeImage(const Image& image, std::string_view url, Folder folder) const {
+    images_.write(image, url, folder);
+  }
+  std::optional<Image> getImage(std::string_view url, Folder folder) const {
+    return images_.read(url, folder);
+  }
+  // Downloads an image and caches it; the completion runs on the main queue with the image, or
+  // nothing when no image came.
+  void downloadImage(const std::string& url, Folder folder,
+                     std::function<void(std::optional<Image>)> completion) const;
+
+  using DataCompletion = std::function<void(std::optional<std::string> data,
+                                            std::optional<int> status, std::optional<Error>)>;
+  // A plain GET; the completion runs on the HTTP client's thread. A string that is no URL
+  // sends nothing.
+  static void getData(const std::string& url, DataCompletion completion);
+
+  // The supplement a bariatric diet (dietID 10 to 13) prescribes for an intake.
+  static std::optional<std::string> getSuplementosForPhase(std::int64_t dietID,
+                                                           std::int64_t intakeID);
+
+ private:
+  ImageCache images_;
 };
 
 // The starting language for a device language code: en, pt, de, ca and it have their own;

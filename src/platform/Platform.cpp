@@ -1,6 +1,8 @@
 #include "platform/Platform.h"
 
+#include <filesystem>
 #include <mutex>
+#include <system_error>
 
 namespace nutrition {
 namespace {
@@ -23,6 +25,13 @@ std::shared_ptr<Platform> Platform::portableDefaults() {
   platform->calendar = std::make_shared<FixedOffsetCalendar>();
   platform->keyValueStores = std::make_shared<InMemoryKeyValueStores>();
   platform->locale = std::make_shared<FixedDeviceLocale>("");
+  platform->http = std::make_shared<OfflineHttpClient>();
+  platform->mainQueue = std::make_shared<ManualMainQueue>(platform->clock);
+  platform->resources = std::make_shared<EmptyResourceBundle>();
+  std::error_code error;
+  const auto temporary = std::filesystem::temp_directory_path(error);
+  platform->documentsDirectory =
+      ((error ? std::filesystem::path("/tmp") : temporary) / "NutritionKit" / "Documents").string();
   return platform;
 }
 
@@ -33,7 +42,9 @@ std::shared_ptr<const Platform> Platform::current() {
 
 std::shared_ptr<const Platform> Platform::install(std::shared_ptr<const Platform> platform) {
   const bool complete = platform && platform->clock && platform->calendar &&
-                        platform->keyValueStores && platform->locale;
+                        platform->keyValueStores && platform->locale && platform->http &&
+                        platform->mainQueue && platform->resources &&
+                        !platform->documentsDirectory.empty();
   if (!complete) {
     auto filled = portableDefaults();
     if (platform) {
@@ -41,6 +52,12 @@ std::shared_ptr<const Platform> Platform::install(std::shared_ptr<const Platform
       if (platform->calendar) filled->calendar = platform->calendar;
       if (platform->keyValueStores) filled->keyValueStores = platform->keyValueStores;
       if (platform->locale) filled->locale = platform->locale;
+      if (platform->http) filled->http = platform->http;
+      if (platform->mainQueue) filled->mainQueue = platform->mainQueue;
+      if (platform->resources) filled->resources = platform->resources;
+      if (!platform->documentsDirectory.empty()) {
+        filled->documentsDirectory = platform->documentsDirectory;
+      }
     }
     platform = std::move(filled);
   }

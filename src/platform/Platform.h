@@ -2,14 +2,19 @@
 // Everything NutritionKit needs from the system it runs on, in one bundle. The platform shell
 // (the Linux command line, the iOS framework) installs its own at start; tests install fakes
 // and restore the previous bundle. Until one is installed, portable defaults apply: the system
-// clock, UTC, in-memory stores and no device language.
+// clock, UTC, in-memory stores, no device language, no network, a main queue that runs only
+// when drained, no resources and a documents folder under the temporary directory.
 
 #include <memory>
+#include <string>
 
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/DeviceLocale.h"
+#include "platform/HttpClient.h"
 #include "platform/KeyValueStore.h"
+#include "platform/MainQueue.h"
+#include "platform/ResourceBundle.h"
 
 namespace nutrition {
 
@@ -18,6 +23,11 @@ struct Platform {
   std::shared_ptr<const Calendar> calendar;
   std::shared_ptr<KeyValueStores> keyValueStores;
   std::shared_ptr<const DeviceLocale> locale;
+  std::shared_ptr<HttpClient> http;
+  std::shared_ptr<MainQueue> mainQueue;
+  std::shared_ptr<const ResourceBundle> resources;
+  // The user's documents folder; the image cache lives below it.
+  std::string documentsDirectory;
 
   // The installed bundle; never null.
   static std::shared_ptr<const Platform> current();

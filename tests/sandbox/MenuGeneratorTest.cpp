@@ -10,7 +10,9 @@
 namespace nutrition::sandbox {
 namespace {
 
-const SeedData& seed() { return SeedData::embedded(); }
+const SeedData& seed() {
+  return SeedData::embedded();
+}
 
 const SeedDish& seedDish(const NutritionDish& dish) {
   const SeedDish* found = seed().dish(dish.dishID.value());
@@ -18,7 +20,8 @@ const SeedDish& seedDish(const NutritionDish& dish) {
   return *found;
 }
 
-bool intersects(const std::vector<std::int64_t>& a, const std::optional<std::vector<std::int64_t>>& b) {
+bool intersects(const std::vector<std::int64_t>& a,
+                const std::optional<std::vector<std::int64_t>>& b) {
   return b && std::any_of(a.begin(), a.end(), [&](std::int64_t x) {
            return std::find(b->begin(), b->end(), x) != b->end();
          });
@@ -27,8 +30,8 @@ bool intersects(const std::vector<std::int64_t>& a, const std::optional<std::vec
 // A varied member profile drawn from `n`: intakes, courses, preferences, exclusions, energy.
 NutritionUser profile(std::uint64_t n) {
   static const std::vector<std::vector<std::int64_t>> kIntakeSets{
-      {3, 5}, {1, 3, 5}, {1, 3, 4, 5}, {1, 2, 3, 4, 5}, {1, 2, 3, 5}, {2, 3, 4, 5}, {3, 4, 5},
-      {2, 3, 5}, {1, 2, 4}};
+      {3, 5},       {1, 3, 5}, {1, 3, 4, 5}, {1, 2, 3, 4, 5}, {1, 2, 3, 5},
+      {2, 3, 4, 5}, {3, 4, 5}, {2, 3, 5},    {1, 2, 4}};
   NutritionUser user;
   user.userID = "member" + std::to_string(n) + "_demo";
   user.dailyKcal = 400.0 + double((n * 37) % 3200);
@@ -92,7 +95,8 @@ TEST(MenuGenerator, KeepsItsPromisesOverManyProfiles) {
 
     const auto planned = generator.plan(user);
     double planned_total = 0;
-    for (const auto& course : planned) planned_total += course.kcal;
+    for (const auto& course : planned)
+      planned_total += course.kcal;
     EXPECT_NEAR(planned_total, *user.dailyKcal, 0.01);
 
     std::map<std::pair<std::int64_t, std::int64_t>, std::set<std::int64_t>> weekly;

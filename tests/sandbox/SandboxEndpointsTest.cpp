@@ -110,7 +110,8 @@ TEST_F(Endpoints, CataloguesDecodeInEveryLanguageWithSpanishAsFallback) {
                                     [&](const auto& d) { return d.distributionByIntakeID == id; });
     ASSERT_NE(found, distributions.end());
     std::int64_t carbs = 0;
-    for (const auto& split : found->ipDistribution.value()) carbs += *split.carbs;
+    for (const auto& split : found->ipDistribution.value())
+      carbs += *split.carbs;
     EXPECT_EQ(carbs, 100);
   }
 }
@@ -158,9 +159,9 @@ TEST_F(Endpoints, DishReplacementKeepsTheCourseAndTheEnergy) {
   const NutritionDish old = before.days->at(2).intakes->at(1).dishes->at(1);  // lunch, main
   ASSERT_EQ(old.dishOrderID, 2);
 
-  const HttpReply reply = send(
-      "PATCH", "api/menu/dish/replace",
-      R"({"UserId":"m1_demo","DayNum":3,"IntakeId":3,"DishOrderId":2,"Language":"en_EN"})");
+  const HttpReply reply =
+      send("PATCH", "api/menu/dish/replace",
+           R"({"UserId":"m1_demo","DayNum":3,"IntakeId":3,"DishOrderId":2,"Language":"en_EN"})");
   ASSERT_EQ(reply.status, 200) << reply.body;
   const auto after = decodeJsonArray<NutritionMenu>(reply.body)->at(0);
   const NutritionDish fresh = after.days->at(2).intakes->at(1).dishes->at(1);
@@ -198,7 +199,8 @@ TEST_F(Endpoints, FavouritesAreKeptPerUser) {
   ASSERT_EQ(listed.size(), 1u);
   EXPECT_EQ(listed[0].kcal, 300);
   EXPECT_TRUE(listed[0].name.has_value());
-  EXPECT_TRUE(getArray<NutritionDish>("api/favorite-dish?UserId=other_demo&Language=en_EN").empty());
+  EXPECT_TRUE(
+      getArray<NutritionDish>("api/favorite-dish?UserId=other_demo&Language=en_EN").empty());
 
   const HttpReply removed =
       send("DELETE", "api/favorite-dish/delete", R"({"UserId":"m1_demo","DishId":5})");

@@ -33,7 +33,8 @@ std::string rawExchange(int port, const std::string& bytes) {
     (void)::write(fd, bytes.data(), bytes.size());
     char buffer[4096];
     ssize_t n = 0;
-    while ((n = ::read(fd, buffer, sizeof buffer)) > 0) answer.append(buffer, std::size_t(n));
+    while ((n = ::read(fd, buffer, sizeof buffer)) > 0)
+      answer.append(buffer, std::size_t(n));
   }
   ::close(fd);
   return answer;
@@ -92,7 +93,8 @@ TEST_F(Robustness, MalformedRequestsGetJsonErrorsAndServingGoesOn) {
   const std::string garbage = rawExchange(server().port(), "NONSENSE\r\n\r\n");
   EXPECT_TRUE(garbage.starts_with("HTTP/1.1 400")) << garbage;
   EXPECT_NE(garbage.find("{\"error\""), std::string::npos);
-  rawExchange(server().port(), "GET /api/intake HTTP/1.1\r\nHost: x\r\nContent-Length: 99\r\n\r\n{");
+  rawExchange(server().port(),
+              "GET /api/intake HTTP/1.1\r\nHost: x\r\nContent-Length: 99\r\n\r\n{");
 
   EXPECT_EQ(get("api/intake?Language=es_ES").status, 200);
 }
@@ -103,11 +105,12 @@ TEST_F(Robustness, AnswersTwoHundredConcurrentRequests) {
   std::vector<std::thread> clients;
   for (std::size_t i = 0; i < replies.size(); ++i) {
     clients.emplace_back([&, i] {
-      replies[i] = get(i % 2 ? "api/menu?Language=es_ES&UserId=m1_demo"
-                             : "api/preference?Language=en_EN");
+      replies[i] =
+          get(i % 2 ? "api/menu?Language=es_ES&UserId=m1_demo" : "api/preference?Language=en_EN");
     });
   }
-  for (auto& client : clients) client.join();
+  for (auto& client : clients)
+    client.join();
   for (const auto& reply : replies) {
     ASSERT_EQ(reply.error, CURLE_OK);
     EXPECT_EQ(reply.status, 200);
@@ -117,17 +120,17 @@ TEST_F(Robustness, AnswersTwoHundredConcurrentRequests) {
 }
 
 TEST_F(Robustness, StateSurvivesARestartInTheDataDirectory) {
-  const auto directory = std::filesystem::temp_directory_path() /
-                         ("nutrition-sandbox-" + std::to_string(::getpid()));
+  const auto directory =
+      std::filesystem::temp_directory_path() / ("nutrition-sandbox-" + std::to_string(::getpid()));
   std::filesystem::remove_all(directory);
   startServer({.dataDirectory = directory, .processingTime = 0ms});
   createUser(member("m1_demo"));
   NutritionDish dish;
   dish.dishID = 7;
-  ASSERT_EQ(send("POST", "api/favorite-dish/add",
-                 *encodeJson(NutritionFavoriteDishPost{"m1_demo", dish}))
-                .status,
-            200);
+  ASSERT_EQ(
+      send("POST", "api/favorite-dish/add", *encodeJson(NutritionFavoriteDishPost{"m1_demo", dish}))
+          .status,
+      200);
   ASSERT_EQ(send("PATCH", "api/menu/dish/replace",
                  R"({"UserId":"m1_demo","DayNum":1,"IntakeId":5,"DishOrderId":1})")
                 .status,

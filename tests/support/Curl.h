@@ -20,6 +20,8 @@ HttpReply httpRequest(const std::string& method, const std::string& url,
                       const std::string& body = {},
                       std::chrono::milliseconds timeout = std::chrono::seconds(10));
 
-inline HttpReply httpGet(const std::string& url) { return httpRequest("GET", url); }
+inline HttpReply httpGet(const std::string& url) {
+  return httpRequest("GET", url);
+}
 
 }  // namespace nutrition::test

@@ -1,0 +1,73 @@
+#pragma once
+// The one type the host app calls. Each operation writes one setting of the configuration
+// record, forwards to the session, or reads the session's member; none blocks on the network.
+// Call it from the main thread.
+//
+//   auto& sdk = NutritionSDK::sharedInstance();
+//   sdk.setURL("https://backend.example/");
+//   sdk.setMainColor("EA6E29");
+//   sdk.start("member-42", "app-id", "app-password");
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "base/Date.h"
+#include "model/NutritionEnums.h"
+#include "model/PublicProfile.h"
+
+namespace nutrition {
+
+class NutritionSDK {
+ public:
+  static NutritionSDK& sharedInstance();
+
+  // Session.
+  void start(const std::string& memberId, const std::string& appID, const std::string& password);
+  // Logs the client account in without fetching a member (see setMemberId).
+  void startSession(const std::string& appID, const std::string& password);
+  void setMemberId(const std::string& memberId);
+  void logout();
+
+  // Configuration; each writes one setting.
+  void setURL(const std::string& url);
+  void setMainColor(const std::string& color);
+  void setNavigationBarColor(const std::string& color);
+  void setNavigationTintColor(const std::string& color);
+  void setNavigationTitle(const std::string& title);
+  void preferLargeTitlte(bool prefersLargeTitles);
+  void setLanguage(NutritionLanguage language);
+  void setCountry(NutritionUserCountry country);
+  void setDietType(DietType diet);
+  void setShortProfile(bool isShort);
+  void setWaitingSecodsForScreen(std::int64_t seconds);
+  void setIntermittentFastingEnable(bool enabled);
+  bool showExcludedAliments() const;
+  void setShowExcludedAliments(bool show);
+
+  // The session's member; nothing without one.
+  std::optional<PublicProfile> getProfile() const;
+  std::optional<std::int64_t> getUserYear() const;
+  std::optional<std::int64_t> getUserHeight() const;
+  std::optional<std::int64_t> getUserWeight() const;
+  std::optional<NutritionGender> getUserGender() const;
+  bool isProfileFilled() const;
+
+  // Updates the member's profile; with generateMenu the starting plan is sent to the backend,
+  // which builds a new menu. The result shows in the screens.
+  void updateProfile(std::optional<NutritionGender> sex, std::optional<std::int64_t> height,
+                     std::optional<std::int64_t> weigth, std::optional<Date> birthDate,
+                     bool generateMenu, bool needsWaitingScreens);
+  // As above, with the activity level; an operation date applies the bariatric phase it leads
+  // to instead.
+  void updateProfile(std::optional<NutritionGender> sex, std::optional<std::int64_t> height,
+                     std::optional<std::int64_t> weigth, std::optional<Date> birthDate,
+                     std::int64_t activityLevel, std::optional<Date> operationDate,
+                     bool generateMenu, bool needsWaitingScreens);
+
+  // The last credentials start() or startSession() received.
+  std::optional<std::string> app_id;
+  std::optional<std::string> password;
+};
+
+}  // namespace nutrition
