@@ -220,6 +220,7 @@ void SandboxServer::handle(const httplib::Request& request, httplib::Response& r
   }
   recorded.headers.assign(request.headers.begin(), request.headers.end());
   recorded.body = request.body;
+  recorded.remotePort = request.remote_port;
   {
     std::lock_guard lock(mutex_);
     log_.push_back(std::move(recorded));
@@ -241,6 +242,7 @@ void SandboxServer::handle(const httplib::Request& request, httplib::Response& r
   if (fault) {
     if (fault->status) answer.status = *fault->status;
     applyBodyFault(fault->body, answer);
+    if (fault->replacementBody) answer.body = *fault->replacementBody;
     response.set_header(kFaultHeader, "1");
   }
   response.status = answer.status;

@@ -40,6 +40,7 @@ struct RecordedRequest {
   std::string query;  // as sent, still percent-encoded, e.g. "Language=es_ES&UserId=m1_demo"
   std::vector<std::pair<std::string, std::string>> headers;
   std::string body;
+  int remotePort = 0;  // the client's port: the same for requests on one reused connection
 
   // The first value of a header, compared case-insensitively; empty when absent.
   std::string header(std::string_view name) const;
@@ -58,8 +59,9 @@ struct Fault {
   std::chrono::milliseconds latency{0};
   std::optional<int> status;
   Body body = Body::unchanged;
-  bool closeConnection = false;  // drop the connection without answering
-  bool noAnswer = false;         // hold the request until the server stops or the fault is cleared
+  std::optional<std::string> replacementBody;  // answered instead of the real body
+  bool closeConnection = false;                // drop the connection without answering
+  bool noAnswer = false;  // hold the request until the server stops or the fault is cleared
 };
 
 class SandboxServer {

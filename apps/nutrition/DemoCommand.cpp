@@ -27,8 +27,7 @@ struct DemoOptions {
   std::string member = "demo-member";
 };
 
-const char* kUsage =
-    "usage: nutrition [--base-url URL --app-id ID --password P] [--member M]\n";
+const char* kUsage = "usage: nutrition [--base-url URL --app-id ID --password P] [--member M]\n";
 
 std::optional<DemoOptions> parse(const std::vector<std::string>& arguments) {
   DemoOptions options;
@@ -67,7 +66,9 @@ bool runUntil(ManualMainQueue& queue, const RecordingHttpClient& http,
   return true;
 }
 
-std::string text(const std::optional<std::string>& value) { return value.value_or("-"); }
+std::string text(const std::optional<std::string>& value) {
+  return value.value_or("-");
+}
 
 std::string number(const std::optional<std::int64_t>& value, const char* unit) {
   return value ? std::to_string(*value) + unit : "-";
@@ -171,13 +172,15 @@ int runDemo(const std::vector<std::string>& arguments) {
   auto& session = NutritionAuth::sharedInstance();
   sdk.setURL(base);
   sdk.start(options->member, options->appID, options->password);
-  if (!runUntil(*queue, *http, [&] { return session.currentUser.has_value(); }, 70s)) {
+  if (!runUntil(
+          *queue, *http, [&] { return session.currentUser.has_value(); }, 70s)) {
     printRequests(*http);
     return fail(*http, base, "the backend did not answer the login in time");
   }
   if (!session.credentials) {
     printRequests(*http);
-    return fail(*http, base, "login refused: wrong app id or password for '" + options->appID + "'");
+    return fail(*http, base,
+                "login refused: wrong app id or password for '" + options->appID + "'");
   }
   std::printf("Logged in as %s; the backend %s member %s.\n",
               session.credentials->clientName.value_or(options->appID).c_str(),
@@ -188,9 +191,9 @@ int runDemo(const std::vector<std::string>& arguments) {
   standard->remove(NutritionAuth::kHoldMenuTimerKey);
   sdk.updateProfile(NutritionGender::female, 165, 62, parseIso8601("1990-05-17T00:00:00Z"), 2,
                     std::nullopt, true, true);
-  if (!runUntil(*queue, *http,
-                [&] { return standard->getDouble(NutritionAuth::kHoldMenuTimerKey).has_value(); },
-                70s)) {
+  if (!runUntil(
+          *queue, *http,
+          [&] { return standard->getDouble(NutritionAuth::kHoldMenuTimerKey).has_value(); }, 70s)) {
     printRequests(*http);
     return fail(*http, base, "the profile update got no answer");
   }
@@ -208,7 +211,9 @@ int runDemo(const std::vector<std::string>& arguments) {
           menu = std::move(answer);
           answered = true;
         });
-    if (!runUntil(*queue, *http, [&] { return answered; }, 70s) || !menu) {
+    if (!runUntil(
+            *queue, *http, [&] { return answered; }, 70s) ||
+        !menu) {
       printRequests(*http);
       return fail(*http, base, "no menu came back from the backend");
     }
@@ -218,7 +223,8 @@ int runDemo(const std::vector<std::string>& arguments) {
       return fail(*http, base, "the backend did not finish the menu within a minute");
     }
     std::printf("The backend is still building the menu; asking again in a second...\n");
-    runUntil(*queue, *http, [] { return false; }, 1s);
+    runUntil(
+        *queue, *http, [] { return false; }, 1s);
   }
   printToday(*menu, *platform);
   std::printf("\n");

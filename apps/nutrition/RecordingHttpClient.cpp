@@ -13,15 +13,16 @@ void RecordingHttpClient::send(HttpRequest request, Callback callback) {
     index = exchanges_.size();
     exchanges_.push_back(std::move(exchange));
   }
-  inner_->send(std::move(request), [this, index, callback = std::move(callback)](HttpResponse response) {
-    {
-      std::lock_guard lock(mutex_);
-      exchanges_[index].answered = true;
-      exchanges_[index].status = response.status;
-      exchanges_[index].transportError = response.transportError;
-    }
-    callback(std::move(response));
-  });
+  inner_->send(std::move(request),
+               [this, index, callback = std::move(callback)](HttpResponse response) {
+                 {
+                   std::lock_guard lock(mutex_);
+                   exchanges_[index].answered = true;
+                   exchanges_[index].status = response.status;
+                   exchanges_[index].transportError = response.transportError;
+                 }
+                 callback(std::move(response));
+               });
 }
 
 std::vector<RecordingHttpClient::Exchange> RecordingHttpClient::exchanges() const {

@@ -27,7 +27,9 @@ size_t collect(char* data, size_t size, size_t count, void* target) {
   return size * count;
 }
 
-CURLM* asMulti(void* multi) { return static_cast<CURLM*>(multi); }
+CURLM* asMulti(void* multi) {
+  return static_cast<CURLM*>(multi);
+}
 
 }  // namespace
 
@@ -122,7 +124,8 @@ void CurlHttpClient::run() {
       if (stopping_) break;
       arrived.swap(pending_);
     }
-    for (auto& transfer : arrived) start(std::move(transfer));
+    for (auto& transfer : arrived)
+      start(std::move(transfer));
 
     int running = 0;
     curl_multi_perform(multi, &running);
@@ -147,7 +150,8 @@ void CurlHttpClient::run() {
     unanswered.push_back(std::move(transfer));
   }
   active_.clear();
-  for (auto& transfer : unanswered) transfer->callback(HttpResponse{0, {}, "cancelled"});
+  for (auto& transfer : unanswered)
+    transfer->callback(HttpResponse{0, {}, "cancelled"});
 }
 
 }  // namespace nutrition

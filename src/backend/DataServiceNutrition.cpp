@@ -14,7 +14,9 @@
 namespace nutrition {
 namespace {
 
-std::string language() { return std::string(NutritionSDKUtils::sharedInstance().languageCode()); }
+std::string language() {
+  return std::string(NutritionSDKUtils::sharedInstance().languageCode());
+}
 
 std::string currentUserId() {
   const auto& user = NutritionAuth::sharedInstance().currentUser;
@@ -53,7 +55,8 @@ DataServiceNutrition& DataServiceNutrition::sharedInstance() {
 }
 
 template <class T>
-void DataServiceNutrition::fetchList(const char* path, BackendCompletion<std::vector<T>> completion) {
+void DataServiceNutrition::fetchList(const char* path,
+                                     BackendCompletion<std::vector<T>> completion) {
   const BackendRequest request{"GET", path, {{"Language", language()}}, {}};
   perform<std::vector<T>>(request, std::move(completion), [path](std::string body, auto done) {
     done(std::nullopt, decoded(decodeJsonArray<T>(body), path));
@@ -126,12 +129,14 @@ void DataServiceNutrition::addFavoriteDish(
       });
 }
 
-void DataServiceNutrition::getMyFavoriteDishes(BackendCompletion<std::vector<NutritionDish>> completion) {
+void DataServiceNutrition::getMyFavoriteDishes(
+    BackendCompletion<std::vector<NutritionDish>> completion) {
   const BackendRequest request{
       "GET", "api/favorite-dish", {{"UserId", currentUserId()}, {"Language", language()}}, {}};
-  perform<std::vector<NutritionDish>>(request, std::move(completion), [](std::string body, auto done) {
-    done(std::nullopt, decoded(decodeJsonArray<NutritionDish>(body), "favourites"));
-  });
+  perform<std::vector<NutritionDish>>(
+      request, std::move(completion), [](std::string body, auto done) {
+        done(std::nullopt, decoded(decodeJsonArray<NutritionDish>(body), "favourites"));
+      });
 }
 
 void DataServiceNutrition::updateUser(const NutritionUser& user, bool isNew,
@@ -141,8 +146,8 @@ void DataServiceNutrition::updateUser(const NutritionUser& user, bool isNew,
     log(LogLevel::error, "member not sent: " + body.error().message);
     return;
   }
-  const BackendRequest request{isNew ? "POST" : "PATCH", "api/user", {{"Language", language()}},
-                               std::move(body).value()};
+  const BackendRequest request{
+      isNew ? "POST" : "PATCH", "api/user", {{"Language", language()}}, std::move(body).value()};
   perform<NutritionUser>(request, std::move(completion), [](std::string, auto done) {
     // The answer's body is not read: the menu made from the old profile is dropped and the
     // member read again, as the backend now has it.
@@ -167,12 +172,14 @@ void DataServiceNutrition::getIntermitentFasting(
       "api/intermittent-fasting",
       [completion = std::move(completion)](std::optional<Error> error,
                                            std::optional<std::vector<IntermittentFasting>> list) {
-        if (list) list->insert(list->begin(), IntermittentFasting{0, localized("No quiero ayuno"), true});
+        if (list)
+          list->insert(list->begin(), IntermittentFasting{0, localized("No quiero ayuno"), true});
         completion(std::move(error), std::move(list));
       });
 }
 
-void DataServiceNutrition::getBalances(BackendCompletion<std::vector<NutritionBalance>> completion) {
+void DataServiceNutrition::getBalances(
+    BackendCompletion<std::vector<NutritionBalance>> completion) {
   fetchList<NutritionBalance>("api/desired-balance", std::move(completion));
 }
 
@@ -191,7 +198,8 @@ void DataServiceNutrition::getPhysicalActivity(
   fetchList<PhysicalIntensity>("api/physical-intensity", std::move(completion));
 }
 
-void DataServiceNutrition::getDishOrder(BackendCompletion<std::vector<NutritionDishOrder>> completion) {
+void DataServiceNutrition::getDishOrder(
+    BackendCompletion<std::vector<NutritionDishOrder>> completion) {
   fetchList<NutritionDishOrder>("api/dish-order", std::move(completion));
 }
 

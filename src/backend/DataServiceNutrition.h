@@ -42,7 +42,8 @@ class DataServiceNutrition {
   void getMyFavoriteDishes(BackendCompletion<std::vector<NutritionDish>> completion);
   // POST for a new member, PATCH otherwise. After an answer the held menu is dropped and the
   // member read again; the completion gets the member as read.
-  void updateUser(const NutritionUser& user, bool isNew, BackendCompletion<NutritionUser> completion);
+  void updateUser(const NutritionUser& user, bool isNew,
+                  BackendCompletion<NutritionUser> completion);
   void getIntakes(BackendCompletion<std::vector<NutritionIntake>> completion);
   void getExcludedAliments(BackendCompletion<std::vector<NutritionExcluded>> completion);
   // The fasting schemes, with "No quiero ayuno" (identifier 0) always first.

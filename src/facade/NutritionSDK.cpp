@@ -8,8 +8,12 @@
 namespace nutrition {
 namespace {
 
-NutritionSDKUtils& config() { return NutritionSDKUtils::sharedInstance(); }
-NutritionAuth& session() { return NutritionAuth::sharedInstance(); }
+NutritionSDKUtils& config() {
+  return NutritionSDKUtils::sharedInstance();
+}
+NutritionAuth& session() {
+  return NutritionAuth::sharedInstance();
+}
 
 }  // namespace
 
@@ -28,11 +32,17 @@ void NutritionSDK::startSession(const std::string& appID, const std::string& pas
   start("", appID, password);
 }
 
-void NutritionSDK::setMemberId(const std::string& memberId) { session().setMemberId(memberId); }
+void NutritionSDK::setMemberId(const std::string& memberId) {
+  session().setMemberId(memberId);
+}
 
-void NutritionSDK::logout() { session().logout(); }
+void NutritionSDK::logout() {
+  session().logout();
+}
 
-void NutritionSDK::setURL(const std::string& url) { config().mainURL = url; }
+void NutritionSDK::setURL(const std::string& url) {
+  config().mainURL = url;
+}
 void NutritionSDK::setMainColor(const std::string& color) {
   config().primaryColor = Color::fromHex(color);
 }
@@ -42,22 +52,36 @@ void NutritionSDK::setNavigationBarColor(const std::string& color) {
 void NutritionSDK::setNavigationTintColor(const std::string& color) {
   config().navigationTintColor = Color::fromHex(color);
 }
-void NutritionSDK::setNavigationTitle(const std::string& title) { config().navigationTitle = title; }
+void NutritionSDK::setNavigationTitle(const std::string& title) {
+  config().navigationTitle = title;
+}
 void NutritionSDK::preferLargeTitlte(bool prefersLargeTitles) {
   config().prefersLargeTitles = prefersLargeTitles;
 }
-void NutritionSDK::setLanguage(NutritionLanguage language) { config().sdkLanguage = language; }
-void NutritionSDK::setCountry(NutritionUserCountry country) { config().userCountry = country; }
-void NutritionSDK::setDietType(DietType diet) { config().selectedDiet = diet; }
-void NutritionSDK::setShortProfile(bool isShort) { config().isShort = isShort; }
+void NutritionSDK::setLanguage(NutritionLanguage language) {
+  config().sdkLanguage = language;
+}
+void NutritionSDK::setCountry(NutritionUserCountry country) {
+  config().userCountry = country;
+}
+void NutritionSDK::setDietType(DietType diet) {
+  config().selectedDiet = diet;
+}
+void NutritionSDK::setShortProfile(bool isShort) {
+  config().isShort = isShort;
+}
 void NutritionSDK::setWaitingSecodsForScreen(std::int64_t seconds) {
   config().waitingSeconds = seconds;
 }
 void NutritionSDK::setIntermittentFastingEnable(bool enabled) {
   config().intermittentFastingEnable = enabled;
 }
-bool NutritionSDK::showExcludedAliments() const { return config().showExcludedAliments; }
-void NutritionSDK::setShowExcludedAliments(bool show) { config().showExcludedAliments = show; }
+bool NutritionSDK::showExcludedAliments() const {
+  return config().showExcludedAliments;
+}
+void NutritionSDK::setShowExcludedAliments(bool show) {
+  config().showExcludedAliments = show;
+}
 
 std::optional<PublicProfile> NutritionSDK::getProfile() const {
   const auto& user = session().currentUser;
@@ -87,7 +111,9 @@ std::optional<NutritionGender> NutritionSDK::getUserGender() const {
   return user ? user->gender : std::nullopt;
 }
 
-bool NutritionSDK::isProfileFilled() const { return config().isProfileFilled(); }
+bool NutritionSDK::isProfileFilled() const {
+  return config().isProfileFilled();
+}
 
 void NutritionSDK::updateProfile(std::optional<NutritionGender> sex,
                                  std::optional<std::int64_t> height,

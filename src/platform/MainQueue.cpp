@@ -5,7 +5,9 @@ namespace nutrition {
 ManualMainQueue::ManualMainQueue(std::shared_ptr<const Clock> clock)
     : clock_(clock ? std::move(clock) : std::make_shared<SystemClock>()) {}
 
-Clock::TimePoint ManualMainQueue::now() const { return clock_->now(); }
+Clock::TimePoint ManualMainQueue::now() const {
+  return clock_->now();
+}
 
 void ManualMainQueue::post(Task task) {
   {
@@ -61,7 +63,8 @@ bool ManualMainQueue::waitAndRun(std::chrono::milliseconds timeout) {
       auto until = deadline;
       if (!tasks_.empty()) {
         const auto untilDue = tasks_.begin()->first.first - now();
-        until = std::min(deadline, Steady::now() + std::chrono::duration_cast<Steady::duration>(untilDue));
+        until = std::min(deadline,
+                         Steady::now() + std::chrono::duration_cast<Steady::duration>(untilDue));
       }
       posted_.wait_until(lock, until);
     }

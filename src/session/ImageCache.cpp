@@ -11,12 +11,18 @@ namespace nutrition {
 
 std::string_view folderPath(Folder folder) {
   switch (folder) {
-    case Folder::customWorkout: return "MyOrvane/workouts";
-    case Folder::staticWorkout: return "MyOrvane/staticWorkouts";
-    case Folder::wearables: return "MyOrvane/wearables";
-    case Folder::customization: return "MyOrvane/customization";
-    case Folder::vimeo: return "MyOrvane/vimeo";
-    case Folder::recipes: return "MyOrvane/recipes";
+    case Folder::customWorkout:
+      return "MyOrvane/workouts";
+    case Folder::staticWorkout:
+      return "MyOrvane/staticWorkouts";
+    case Folder::wearables:
+      return "MyOrvane/wearables";
+    case Folder::customization:
+      return "MyOrvane/customization";
+    case Folder::vimeo:
+      return "MyOrvane/vimeo";
+    case Folder::recipes:
+      return "MyOrvane/recipes";
   }
   return "MyOrvane";
 }

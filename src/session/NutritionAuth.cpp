@@ -130,9 +130,8 @@ void NutritionAuth::setEmptyProfile() {
   const auto& utils = NutritionSDKUtils::sharedInstance();
   NutritionUser& user = *currentUser;
   user.distributionByIntakeID = 5;
-  user.selectedIntakes = std::vector<SelectedIntake>{intake(1, {1}), intake(2, {1}),
-                                                     intake(3, {1, 2, 3}), intake(4, {1}),
-                                                     intake(5, {1, 2, 3})};
+  user.selectedIntakes = std::vector<SelectedIntake>{
+      intake(1, {1}), intake(2, {1}), intake(3, {1, 2, 3}), intake(4, {1}), intake(5, {1, 2, 3})};
   user.dailyKcal = 1800.0;
   user.intermittentFastingID = 0;
   user.desiredBalanceID = 2;
@@ -177,11 +176,21 @@ void NutritionAuth::setPhase4() {
 
 void NutritionAuth::updateWithPhase(BariatricoPhase phase) {
   switch (phase) {
-    case BariatricoPhase::phase0: setPhase0(); break;
-    case BariatricoPhase::phase1: setPhase1(); break;
-    case BariatricoPhase::phase2: setPhase2(); break;
-    case BariatricoPhase::phase3: setPhase3(); break;
-    case BariatricoPhase::phase4: setPhase4(); break;
+    case BariatricoPhase::phase0:
+      setPhase0();
+      break;
+    case BariatricoPhase::phase1:
+      setPhase1();
+      break;
+    case BariatricoPhase::phase2:
+      setPhase2();
+      break;
+    case BariatricoPhase::phase3:
+      setPhase3();
+      break;
+    case BariatricoPhase::phase4:
+      setPhase4();
+      break;
   }
   if (currentUser) {
     currentUser->desiredBalanceID = 2;

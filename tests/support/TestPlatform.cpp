@@ -1,6 +1,10 @@
 #include "support/TestPlatform.h"
 
+#include <unistd.h>
+#include <atomic>
+
 #include "base/SharedInstance.h"
+#include "platform/linux/DirectoryResourceBundle.h"
 
 namespace nutrition::test {
 
@@ -12,13 +16,26 @@ Date utc(int year, unsigned month, unsigned day, int hour, int minute, int secon
 
 TestPlatform::TestPlatform(Options options)
     : clock_(std::make_shared<FakeClock>(options.now)),
-      stores_(std::make_shared<InMemoryKeyValueStores>()) {
+      stores_(std::make_shared<InMemoryKeyValueStores>()),
+      queue_(std::make_shared<ManualMainQueue>(clock_)),
+      scripted_(std::make_shared<ScriptedHttpClient>()) {
+  static std::atomic<int> counter{0};
+  documents_ = std::filesystem::temp_directory_path() /
+               ("nutrition-test-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+  std::filesystem::remove_all(documents_);
+
   auto platform = std::make_shared<Platform>();
   platform->clock = clock_;
   platform->calendar =
       options.calendar ? options.calendar : std::make_shared<FixedOffsetCalendar>();
   platform->keyValueStores = stores_;
   platform->locale = std::make_shared<FixedDeviceLocale>(options.language);
+  platform->http = options.http ? options.http : scripted_;
+  platform->mainQueue = queue_;
+  if (options.realResources) {
+    platform->resources = std::make_shared<DirectoryResourceBundle>(NUTRITION_RESOURCES_DIR);
+  }
+  platform->documentsDirectory = documents_.string();
   resetSharedInstances();
   previous_ = Platform::install(std::move(platform));
 }
@@ -26,6 +43,8 @@ TestPlatform::TestPlatform(Options options)
 TestPlatform::~TestPlatform() {
   resetSharedInstances();
   Platform::install(previous_);
+  std::error_code ignored;
+  std::filesystem::remove_all(documents_, ignored);
 }
 
 }  // namespace nutrition::test

@@ -1,13 +1,16 @@
 #pragma once
 // Test doubles for the platform bundle: a clock the test sets and steps, and a fixture helper
-// that installs fakes for the test's life with fresh shared instances, then restores the
-// previous platform.
+// that installs fakes for the test's life (a scripted HTTP client, a manual main queue on the
+// fake clock, in-memory stores, a documents folder of its own) with fresh shared instances,
+// then restores the previous platform.
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
 #include "base/Date.h"
 #include "platform/Platform.h"
+#include "support/ScriptedHttpClient.h"
 
 namespace nutrition::test {
 
@@ -31,6 +34,8 @@ class TestPlatform {
     Date now = utc(2026, 11, 21, 12);
     std::string language = "es";
     std::shared_ptr<const Calendar> calendar;  // UTC when empty
+    std::shared_ptr<HttpClient> http;          // a ScriptedHttpClient when empty
+    bool realResources = false;                // the project's resources/ directory
   };
 
   TestPlatform() : TestPlatform(Options{}) {}
@@ -41,10 +46,17 @@ class TestPlatform {
 
   FakeClock& clock() { return *clock_; }
   KeyValueStores& stores() { return *stores_; }
+  ManualMainQueue& queue() { return *queue_; }
+  // The scripted client, when the test did not bring its own.
+  ScriptedHttpClient& http() { return *scripted_; }
+  const std::filesystem::path& documents() const { return documents_; }
 
  private:
   std::shared_ptr<FakeClock> clock_;
   std::shared_ptr<InMemoryKeyValueStores> stores_;
+  std::shared_ptr<ManualMainQueue> queue_;
+  std::shared_ptr<ScriptedHttpClient> scripted_;
+  std::filesystem::path documents_;
   std::shared_ptr<const Platform> previous_;
 };
 

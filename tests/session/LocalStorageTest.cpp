@@ -1,0 +1,180 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "facade/NutritionSDK.h"
+#include "facade/NutritionSDKUtils.h"
+#include "session/NutritionAuth.h"
+#include "support/TestPlatform.h"
+
+namespace nutrition {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kPng = std::string("\x89PNG\r\n\x1A\n", 8) + "rest of the picture";
+
+Image image(const std::string& bytes) { return Image{{bytes.begin(), bytes.end()}}; }
+
+TEST(LocalStorage, ProfileFilledMembersAreRecordedPerMemberId) {
+  test::TestPlatform platform;
+  auto& utils = NutritionSDKUtils::sharedInstance();
+  auto& session = NutritionAuth::sharedInstance();
+  EXPECT_FALSE(utils.isProfileFilled());
+
+  session.memberID = "m1";
+  utils.setUserProfileAsFilled();
+  utils.setUserProfileAsFilled();
+  EXPECT_TRUE(utils.isProfileFilled());
+  EXPECT_EQ(platform.stores().suite("nutritionSDK")->getStringList("profileFilledUsers"),
+            (std::vector<std::string>{"m1", "m1"}));
+  session.memberID = "m2";
+  EXPECT_FALSE(NutritionSDK::sharedInstance().isProfileFilled());
+
+  // The empty member id is recorded like any other.
+  session.memberID = "";
+  utils.setUserProfileAsFilled();
+  EXPECT_TRUE(utils.isProfileFilled());
+
+  // A value of another type reads as nothing recorded and is replaced on the next write.
+  platform.stores().suite("nutritionSDK")->set("profileFilledUsers", 3.0);
+  EXPECT_FALSE(utils.isProfileFilled());
+  utils.setUserProfileAsFilled();
+  EXPECT_EQ(platform.stores().suite("nutritionSDK")->getStringList("profileFilledUsers"),
+            std::vector<std::string>{""});
+}
+
+TEST(LocalStorage, FoldersAreCreatedAtStartInTheDocumentsDirectory) {
+  test::TestPlatform platform;
+  const auto& utils = NutritionSDKUtils::sharedInstance();
+  for (const char* folder : {"workouts", "staticWorkouts", "wearables", "customization", "vimeo",
+                             "recipes"}) {
+    EXPECT_TRUE(fs::is_directory(platform.documents() / "MyOrvane" / folder)) << folder;
+  }
+  EXPECT_EQ(utils.getURLForFolder(Folder::recipes),
+            (platform.documents() / "MyOrvane/recipes").string());
+}
+
+TEST(LocalStorage, ImageCacheUsesTheUrlsFileNameAndNeverLeavesItsFolder) {
+  test::TestPlatform platform;
+  const auto& utils = NutritionSDKUtils::sharedInstance();
+  const std::string first = "https://cdn.test/a/dish-3.png";
+  const std::string second = "https://other.test/b/dish-3.png";
+  EXPECT_FALSE(utils.existImage(first, Folder::recipes));
+  utils.writeImage(image(kPng), first, Folder::recipes);
+  EXPECT_TRUE(utils.existImage(second, Folder::recipes));  // same name, same file
+  EXPECT_EQ(utils.getImage(second, Folder::recipes), image(kPng));
+  EXPECT_FALSE(utils.getImage(first, Folder::vimeo).has_value());
+
+  for (const char* url : {"https://cdn.test/", "https://cdn.test/..", "https://cdn.test/.", ".."}) {
+    SCOPED_TRACE(url);
+    utils.writeImage(image(kPng), url, Folder::recipes);
+    EXPECT_FALSE(utils.existImage(url, Folder::recipes));
+    EXPECT_FALSE(utils.getImage(url, Folder::recipes).has_value());
+  }
+  std::size_t files = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(platform.documents())) {
+    files += entry.is_regular_file();
+  }
+  EXPECT_EQ(files, 1u);
+}
+
+TEST(LocalStorage, DownloadedImagesAreCachedOnlyWhenTheyAreImages) {
+  test::TestPlatform platform;
+  const auto& utils = NutritionSDKUtils::sharedInstance();
+  std::vector<std::optional<Image>> results;
+  const auto keep = [&](std::optional<Image> picture) { results.push_back(std::move(picture)); };
+
+  utils.downloadImage("https://cdn.test/img/plate.png", Folder::recipes, keep);
+  EXPECT_EQ(platform.http().requests().back().method, "GET");
+  platform.http().answer(kPng);
+  EXPECT_TRUE(results.empty());
+  platform.queue().runUntilIdle();
+  ASSERT_EQ(results.size(), 1u);
+  EXPECT_EQ(results[0], image(kPng));
+  EXPECT_TRUE(utils.existImage("plate.png", Folder::recipes));
+
+  utils.downloadImage("https://cdn.test/img/error.png", Folder::recipes, keep);
+  platform.http().answer("<html>not found</html>", 404);
+  utils.downloadImage("https://cdn.test/img/offline.png", Folder::recipes, keep);
+  platform.http().failTransport();
+  platform.queue().runUntilIdle();
+  ASSERT_EQ(results.size(), 3u);
+  EXPECT_FALSE(results[1].has_value());
+  EXPECT_FALSE(results[2].has_value());
+  EXPECT_FALSE(utils.existImage("error.png", Folder::recipes));
+
+  // Shown but not cached: the URL names no file.
+  utils.downloadImage("https://cdn.test/img/", Folder::recipes, keep);
+  platform.http().answer(kPng);
+  platform.queue().runUntilIdle();
+  EXPECT_EQ(results.back(), image(kPng));
+
+  const auto sent = platform.http().requests().size();
+  utils.downloadImage("no url at all", Folder::recipes, keep);
+  EXPECT_EQ(platform.http().requests().size(), sent);
+}
+
+TEST(LocalStorage, SupplementAdviceByDietAndIntake) {
+  const auto advice = &NutritionSDKUtils::getSuplementosForPhase;
+  EXPECT_EQ(advice(10, 1), "Tomar un comprimido de SUPRADYN");
+  EXPECT_EQ(advice(10, 3), "Tomar un comprimido de VEGESTART COMPLET");
+  EXPECT_EQ(advice(10, 5), "Tomar un comprimido de VEGESTART COMPLET");
+  EXPECT_FALSE(advice(10, 2).has_value());
+  EXPECT_EQ(advice(11, 3), "Tomar un comprimido de FRESUBIN HPHC o si eres diabético tomar DIVEN "
+                           "DRINK en la comida y en la cena");
+  EXPECT_EQ(advice(11, 5),
+            "Tomar un comprimido de FRESUBIN HPHC o si eres diabético tomar DIVEN DRINK");
+  EXPECT_EQ(advice(12, 1), "Tomar un comprimido de SUPRADYN");
+  EXPECT_EQ(advice(13, 1), "Tomar un comprimido de SUPRADYN");
+  EXPECT_FALSE(advice(13, 3).has_value());
+  EXPECT_FALSE(advice(14, 1).has_value());
+  EXPECT_FALSE(advice(1, 1).has_value());
+}
+
+TEST(Facade, ProfileReadsAndSettersWriteTheConfiguration) {
+  test::TestPlatform platform({.calendar = std::make_shared<FixedOffsetCalendar>(
+                                   std::chrono::hours(-5), "UTC-5")});
+  auto& sdk = NutritionSDK::sharedInstance();
+  EXPECT_FALSE(sdk.getProfile().has_value());
+  EXPECT_FALSE(sdk.getUserYear().has_value());
+  EXPECT_FALSE(sdk.getUserHeight().has_value());
+
+  NutritionUser user;
+  user.userName = "Ana";
+  user.userSurnames = "Pérez";
+  user.height = 165;
+  user.weight = 60;
+  user.gender = NutritionGender::female;
+  user.dateOfBirth = test::utc(1990, 1, 1, 2);  // still 1989 five hours west of UTC
+  NutritionAuth::sharedInstance().currentUser = user;
+  EXPECT_EQ(sdk.getProfile(), (PublicProfile{"Ana", "Pérez", 165, 60, NutritionGender::female,
+                                             test::utc(1990, 1, 1, 2)}));
+  EXPECT_EQ(sdk.getUserYear(), 1989);
+  EXPECT_EQ(sdk.getUserWeight(), 60);
+  EXPECT_EQ(sdk.getUserGender(), NutritionGender::female);
+
+  sdk.setMainColor("00FF00");
+  sdk.setNavigationBarColor("zzz");
+  sdk.setNavigationTitle("Menú");
+  sdk.preferLargeTitlte(true);
+  sdk.setDietType(DietType::diabetes);
+  sdk.setShortProfile(true);
+  sdk.setWaitingSecodsForScreen(9);
+  sdk.setIntermittentFastingEnable(false);
+  sdk.setShowExcludedAliments(false);
+  const auto& config = NutritionSDKUtils::sharedInstance();
+  EXPECT_EQ(config.primaryColor, (Color{0, 255, 0, 255}));
+  EXPECT_EQ(config.navigationBarColor, (Color{0, 0, 0, 255}));
+  EXPECT_EQ(config.navigationTitle, "Menú");
+  EXPECT_TRUE(config.prefersLargeTitles);
+  EXPECT_EQ(config.selectedDiet, DietType::diabetes);
+  EXPECT_TRUE(config.isShort);
+  EXPECT_EQ(config.waitingSeconds, 9);
+  EXPECT_FALSE(config.intermittentFastingEnable);
+  EXPECT_FALSE(sdk.showExcludedAliments());
+}
+
+}  // namespace
+}  // namespace nutrition
