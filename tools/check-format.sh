@@ -3,7 +3,7 @@
 # rewrites them instead.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-mapfile -t files < <(git ls-files '*.h' '*.cpp' '*.mm')
+mapfile -t files < <(git ls-files --cached --others --exclude-standard '*.h' '*.cpp' '*.mm')
 [ ${#files[@]} -gt 0 ] || exit 0
 if [ "${1:-}" = "--fix" ]; then
   clang-format -i "${files[@]}"

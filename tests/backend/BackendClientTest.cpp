@@ -133,7 +133,8 @@ TEST_F(BackendClientTest, FastingCatalogueOffersNoFastingFirst) {
   std::optional<std::vector<IntermittentFasting>> fastings;
   DataServiceNutrition::sharedInstance().getIntermitentFasting(
       [&](auto, auto list) { fastings = std::move(list); });
-  http().answer(R"([{"IntermittentFastingId": 3, "IntermittentFastingName": "16/8", "Enabled": true}])");
+  http().answer(
+      R"([{"IntermittentFastingId": 3, "IntermittentFastingName": "16/8", "Enabled": true}])");
   platform_.queue().runUntilIdle();
   ASSERT_EQ(fastings->size(), 2u);
   EXPECT_EQ(fastings->at(0), (IntermittentFasting{0, "No quiero ayuno", true}));
@@ -194,7 +195,9 @@ TEST_F(BackendClientTest, LoginAnswersOnTheHttpThreadAndOnlyWithAnAnswer) {
   auto& auth = NutritionAuthDataservice::sharedInstance();
   EXPECT_EQ(auth.baseURLDev, "https://backend.test/");
   std::vector<std::optional<NutritionCredentialsIA>> answers;
-  const auto keep = [&](std::optional<NutritionCredentialsIA> c) { answers.push_back(std::move(c)); };
+  const auto keep = [&](std::optional<NutritionCredentialsIA> c) {
+    answers.push_back(std::move(c));
+  };
 
   auth.login("acme", "secret", keep);
   http().failTransport();

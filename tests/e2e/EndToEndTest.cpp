@@ -68,9 +68,9 @@ class EndToEnd : public ::testing::Test {
 
 TEST_F(EndToEnd, StartUpSendsTheLoginThenTheMemberDownload) {
   startDemoMember("m1");
-  EXPECT_EQ(requestLines(), (std::vector<std::string>{
-                                "POST /api/auth/login",
-                                "GET /api/user?Language=es_ES&UserId=m1_demo"}));
+  EXPECT_EQ(requestLines(),
+            (std::vector<std::string>{"POST /api/auth/login",
+                                      "GET /api/user?Language=es_ES&UserId=m1_demo"}));
   const auto requests = server_.requests();
   EXPECT_EQ(requests[0].body, R"({"ClientAlias":"demo","Password":"demo-password"})");
   EXPECT_EQ(requests[0].header("Content-Type"), "application/json");
@@ -214,9 +214,7 @@ TEST_F(EndToEnd, HttpClientReusesConnectionsAndCancelsOnShutdown) {
   auto client = std::make_unique<CurlHttpClient>();
   std::atomic<bool> cancelled{false};
   client->send(HttpRequest{"GET", server_.baseURL() + "api/menu", {}, {}, 60s},
-               [&](HttpResponse response) {
-                 cancelled = response.transportError == "cancelled";
-               });
+               [&](HttpResponse response) { cancelled = response.transportError == "cancelled"; });
   ASSERT_TRUE(runUntil([&] { return server_.requests().back().path == "/api/menu"; }));
   client.reset();
   EXPECT_TRUE(cancelled);

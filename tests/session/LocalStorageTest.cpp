@@ -15,7 +15,9 @@ namespace fs = std::filesystem;
 
 const std::string kPng = std::string("\x89PNG\r\n\x1A\n", 8) + "rest of the picture";
 
-Image image(const std::string& bytes) { return Image{{bytes.begin(), bytes.end()}}; }
+Image image(const std::string& bytes) {
+  return Image{{bytes.begin(), bytes.end()}};
+}
 
 TEST(LocalStorage, ProfileFilledMembersAreRecordedPerMemberId) {
   test::TestPlatform platform;
@@ -48,8 +50,8 @@ TEST(LocalStorage, ProfileFilledMembersAreRecordedPerMemberId) {
 TEST(LocalStorage, FoldersAreCreatedAtStartInTheDocumentsDirectory) {
   test::TestPlatform platform;
   const auto& utils = NutritionSDKUtils::sharedInstance();
-  for (const char* folder : {"workouts", "staticWorkouts", "wearables", "customization", "vimeo",
-                             "recipes"}) {
+  for (const char* folder :
+       {"workouts", "staticWorkouts", "wearables", "customization", "vimeo", "recipes"}) {
     EXPECT_TRUE(fs::is_directory(platform.documents() / "MyOrvane" / folder)) << folder;
   }
   EXPECT_EQ(utils.getURLForFolder(Folder::recipes),
@@ -122,8 +124,9 @@ TEST(LocalStorage, SupplementAdviceByDietAndIntake) {
   EXPECT_EQ(advice(10, 3), "Tomar un comprimido de VEGESTART COMPLET");
   EXPECT_EQ(advice(10, 5), "Tomar un comprimido de VEGESTART COMPLET");
   EXPECT_FALSE(advice(10, 2).has_value());
-  EXPECT_EQ(advice(11, 3), "Tomar un comprimido de FRESUBIN HPHC o si eres diabético tomar DIVEN "
-                           "DRINK en la comida y en la cena");
+  EXPECT_EQ(advice(11, 3),
+            "Tomar un comprimido de FRESUBIN HPHC o si eres diabético tomar DIVEN "
+            "DRINK en la comida y en la cena");
   EXPECT_EQ(advice(11, 5),
             "Tomar un comprimido de FRESUBIN HPHC o si eres diabético tomar DIVEN DRINK");
   EXPECT_EQ(advice(12, 1), "Tomar un comprimido de SUPRADYN");
@@ -134,8 +137,8 @@ TEST(LocalStorage, SupplementAdviceByDietAndIntake) {
 }
 
 TEST(Facade, ProfileReadsAndSettersWriteTheConfiguration) {
-  test::TestPlatform platform({.calendar = std::make_shared<FixedOffsetCalendar>(
-                                   std::chrono::hours(-5), "UTC-5")});
+  test::TestPlatform platform(
+      {.calendar = std::make_shared<FixedOffsetCalendar>(std::chrono::hours(-5), "UTC-5")});
   auto& sdk = NutritionSDK::sharedInstance();
   EXPECT_FALSE(sdk.getProfile().has_value());
   EXPECT_FALSE(sdk.getUserYear().has_value());

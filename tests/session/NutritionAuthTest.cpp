@@ -50,9 +50,9 @@ TEST_F(SessionTest, StartUpMakesExactlyTheLoginAndTheMemberDownload) {
   EXPECT_EQ(login.url, std::string(kBase) + "api/auth/login");
   EXPECT_EQ(login.body, R"({"ClientAlias":"acme","Password":"secret"})");
   EXPECT_EQ(login.timeout, 60s);
-  EXPECT_EQ(login.headers, (std::vector<std::pair<std::string, std::string>>{
-                               {"Content-Type", "application/json"},
-                               {"Accept", "application/json"}}));
+  EXPECT_EQ(login.headers,
+            (std::vector<std::pair<std::string, std::string>>{{"Content-Type", "application/json"},
+                                                              {"Accept", "application/json"}}));
 
   http().answer(kAccount);
   // Nothing is touched until the main queue runs the answer.
@@ -150,7 +150,8 @@ TEST_F(SessionTest, ProfileUpdateSendsTheStartingPlanAndHoldsTheMenu) {
   platform_.queue().runUntilIdle();
   EXPECT_FALSE(session().isUnregister);
   EXPECT_EQ(session().currentUser->weight, 70);
-  const double now = std::chrono::duration<double>(platform_.clock().now().time_since_epoch()).count();
+  const double now =
+      std::chrono::duration<double>(platform_.clock().now().time_since_epoch()).count();
   EXPECT_EQ(platform_.stores().standard()->getDouble("hold_menu_timer"), now + 5.0);
   EXPECT_FALSE(platform_.stores().suite("NutritionPreferences")->value("ayuno_timer"));
 
@@ -161,7 +162,8 @@ TEST_F(SessionTest, ProfileUpdateSendsTheStartingPlanAndHoldsTheMenu) {
 
 TEST_F(SessionTest, OperationDateAppliesTheBariatricPhaseOnce) {
   startAs("m1", kAccount, kKnownMember);
-  const Date thirtyDaysAgo = std::chrono::floor<std::chrono::seconds>(platform_.clock().now()) - 24h * 30;
+  const Date thirtyDaysAgo =
+      std::chrono::floor<std::chrono::seconds>(platform_.clock().now()) - 24h * 30;
 
   session().currentUser->dietID = 12;
   session().updateNutritionUser(NutritionGender::female, 165, 60, std::nullopt, 2, thirtyDaysAgo,
@@ -206,7 +208,8 @@ TEST_F(SessionTest, PhasePlansFollowTheirTable) {
     EXPECT_EQ(user.distributionByIntakeID, plan.distribution);
     EXPECT_EQ(user.dailyKcal, plan.kcal);
     std::vector<std::int64_t> intakes;
-    for (const auto& selected : *user.selectedIntakes) intakes.push_back(*selected.intake);
+    for (const auto& selected : *user.selectedIntakes)
+      intakes.push_back(*selected.intake);
     EXPECT_EQ(intakes, plan.intakes);
   }
 }

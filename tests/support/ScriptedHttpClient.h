@@ -22,7 +22,9 @@ class ScriptedHttpClient final : public HttpClient {
   std::size_t waiting() const { return waiting_.size(); }
 
   // Answers the oldest request still waiting.
-  void answer(std::string body, int status = 200) { next()(HttpResponse{status, std::move(body), {}}); }
+  void answer(std::string body, int status = 200) {
+    next()(HttpResponse{status, std::move(body), {}});
+  }
   void failTransport(std::string error = "connection refused") {
     next()(HttpResponse{0, {}, std::move(error)});
   }
