@@ -1,5 +1,6 @@
 #include "model/ModelCodec.h"
 
+#include "fasting/AyunoPhase.h"
 #include "json/JsonReader.h"
 #include "model/NutritionCatalogues.h"
 #include "model/NutritionCredentials.h"
@@ -10,6 +11,8 @@
 #include "model/NutritionUser.h"
 #include "model/PublicProfile.h"
 #include "model/WaitScreen.h"
+#include "screens/profile/AlertItem.h"
+#include "screens/profile/HealthProfile.h"
 
 namespace nutrition {
 
@@ -49,6 +52,13 @@ NUTRITION_DECODABLE(NutritionFavoriteDishesGet)
 NUTRITION_DECODABLE(WaitScreen)
 NUTRITION_DECODABLE(NutritionCredentialsIA)
 NUTRITION_DECODABLE(NutritionLoginAuth)
+NUTRITION_DECODABLE(AyunoPhase)
+NUTRITION_DECODABLE(AlertItem)
+NUTRITION_DECODABLE(QuestionaryAnswer)
+NUTRITION_DECODABLE(HealthQuestion)
+NUTRITION_DECODABLE(QuestionaryQuestion)
+NUTRITION_DECODABLE(HealthProfilePanel)
+NUTRITION_DECODABLE(HealthProfilePage)
 
 #undef NUTRITION_DECODABLE
 

@@ -1,5 +1,6 @@
 #pragma once
-// JSON text to records and back, for every backend and resource record of the model.
+// JSON text to records and back, for every backend record and every record of the shipped
+// resources (questionnaire, fasting phases, information items, waiting screens).
 //
 //   auto users = decodeJsonArray<NutritionUserResponse>(body);   // Result<std::vector<...>>
 //   auto body = encodeJson(user);                                // Result<std::string>

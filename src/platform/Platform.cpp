@@ -28,6 +28,7 @@ std::shared_ptr<Platform> Platform::portableDefaults() {
   platform->http = std::make_shared<OfflineHttpClient>();
   platform->mainQueue = std::make_shared<ManualMainQueue>(platform->clock);
   platform->resources = std::make_shared<EmptyResourceBundle>();
+  platform->notifications = std::make_shared<InMemoryNotificationScheduler>();
   std::error_code error;
   const auto temporary = std::filesystem::temp_directory_path(error);
   platform->documentsDirectory =
@@ -43,7 +44,7 @@ std::shared_ptr<const Platform> Platform::current() {
 std::shared_ptr<const Platform> Platform::install(std::shared_ptr<const Platform> platform) {
   const bool complete = platform && platform->clock && platform->calendar &&
                         platform->keyValueStores && platform->locale && platform->http &&
-                        platform->mainQueue && platform->resources &&
+                        platform->mainQueue && platform->resources && platform->notifications &&
                         !platform->documentsDirectory.empty();
   if (!complete) {
     auto filled = portableDefaults();
@@ -55,6 +56,7 @@ std::shared_ptr<const Platform> Platform::install(std::shared_ptr<const Platform
       if (platform->http) filled->http = platform->http;
       if (platform->mainQueue) filled->mainQueue = platform->mainQueue;
       if (platform->resources) filled->resources = platform->resources;
+      if (platform->notifications) filled->notifications = platform->notifications;
       if (!platform->documentsDirectory.empty()) {
         filled->documentsDirectory = platform->documentsDirectory;
       }

@@ -14,6 +14,7 @@
 #include "platform/HttpClient.h"
 #include "platform/KeyValueStore.h"
 #include "platform/MainQueue.h"
+#include "platform/NotificationScheduler.h"
 #include "platform/ResourceBundle.h"
 
 namespace nutrition {
@@ -26,6 +27,7 @@ struct Platform {
   std::shared_ptr<HttpClient> http;
   std::shared_ptr<MainQueue> mainQueue;
   std::shared_ptr<const ResourceBundle> resources;
+  std::shared_ptr<NotificationScheduler> notifications;
   // The user's documents folder; the image cache lives below it.
   std::string documentsDirectory;
 
