@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "DemoCommand.h"
+#include "MemberCommands.h"
 #include "SandboxCommand.h"
 
 namespace {
@@ -17,9 +18,20 @@ void printHelp() {
       "Without a command: starts the embedded sandbox backend (or uses --base-url), starts a\n"
       "session for a demo member, fills in its profile and prints it with today's menu.\n"
       "\n"
-      "commands:\n"
+      "commands (each takes the member options above):\n"
+      "  today                          today's menu\n"
+      "  week                           the week's menu, day 1 = Monday to day 7\n"
+      "  fasting start [--scheme 1|2|3] start a fast (12/12, 14/10 or 16/8; 16/8 by default)\n"
+      "  fasting status                 elapsed time, percentage, phase, start and end, the\n"
+      "                                 pending end-of-fast notification\n"
+      "  fasting end                    end the fast\n"
+      "  questionnaire                  the health questionnaire and the answers it offers\n"
+      "\n"
       "  sandbox [--port N] [--data-dir DIR]   run the sandbox nutrition backend on 127.0.0.1\n"
-      "  help                                  show this text\n");
+      "  help                                  show this text\n"
+      "\n"
+      "Texts follow the device language (LC_ALL, LC_MESSAGES, LANG). The member, its fast and\n"
+      "the embedded backend's state live under $XDG_DATA_HOME/nutritionkit.\n");
 }
 
 }  // namespace
@@ -35,6 +47,10 @@ int main(int argc, char** argv) {
   }
   const std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
   if (arguments[0] == "sandbox") return nutrition::cli::runSandbox(rest);
+  if (arguments[0] == "today") return nutrition::cli::runToday(rest);
+  if (arguments[0] == "week") return nutrition::cli::runWeek(rest);
+  if (arguments[0] == "fasting") return nutrition::cli::runFasting(rest);
+  if (arguments[0] == "questionnaire") return nutrition::cli::runQuestionnaire(rest);
   std::fprintf(stderr, "nutrition: unknown command '%s'\n\n", arguments[0].c_str());
   printHelp();
   return 2;

@@ -6,6 +6,7 @@
 #include "platform/linux/DirectoryResourceBundle.h"
 #include "platform/linux/EnvDeviceLocale.h"
 #include "platform/linux/FileKeyValueStore.h"
+#include "platform/linux/FileNotificationScheduler.h"
 #include "platform/linux/TzCalendar.h"
 
 namespace nutrition {
@@ -37,6 +38,8 @@ std::shared_ptr<Platform> makeLinuxPlatform(const LinuxPlatformOptions& options)
   platform->http = std::make_shared<CurlHttpClient>();
   platform->mainQueue = std::make_shared<ManualMainQueue>(platform->clock);
   platform->resources = std::make_shared<DirectoryResourceBundle>(options.resourcesDirectory);
+  platform->notifications =
+      std::make_shared<FileNotificationScheduler>(options.dataDirectory / "notifications.json");
   platform->documentsDirectory = (options.dataDirectory / "Documents").string();
   return platform;
 }

@@ -1,7 +1,7 @@
 #pragma once
 // The Platform bundle of the Linux host: system clock, the tz database calendar, key-value
-// stores as files and the documents folder under the data directory, libcurl, the locale
-// environment, a main queue the host's loop runs, and the resources directory.
+// stores, pending notifications and the documents folder under the data directory, libcurl,
+// the locale environment, a main queue the host's loop runs, and the resources directory.
 
 #include <filesystem>
 #include <memory>

@@ -57,9 +57,12 @@ double AyunoUtils::fastingLength() const {
   const auto& user = NutritionAuth::sharedInstance().currentUser;
   if (!user || !user->intermittentFastingID) return 0;
   switch (*user->intermittentFastingID) {
-    case 1: return 43200;
-    case 2: return 50400;
-    default: return 57600;
+    case 1:
+      return 43200;
+    case 2:
+      return 50400;
+    default:
+      return 57600;
   }
 }
 
@@ -101,8 +104,8 @@ std::string AyunoUtils::dayAndTime(double seconds, const char* todayWord,
   const auto platform = Platform::current();
   const Calendar& calendar = *platform->calendar;
   const Date instant = dateFromSeconds(seconds);
-  const bool today =
-      sameLocalDay(calendar.components(instant), calendar.components(dateFromSeconds(nowSeconds())));
+  const bool today = sameLocalDay(calendar.components(instant),
+                                  calendar.components(dateFromSeconds(nowSeconds())));
   return localized(today ? todayWord : otherWord) + ", " + calendar.format(instant, "HH:mm");
 }
 

@@ -18,14 +18,15 @@ class AnyValue {
  public:
   using List = std::vector<std::optional<std::int64_t>>;
 
-  AnyValue() = default;  // nothing
-  AnyValue(std::int64_t value) : value_(value) {}  // NOLINT(google-explicit-constructor)
-  AnyValue(int value) : value_(std::int64_t{value}) {}  // NOLINT(google-explicit-constructor)
+  AnyValue() = default;                                      // nothing
+  AnyValue(std::int64_t value) : value_(value) {}            // NOLINT(google-explicit-constructor)
+  AnyValue(int value) : value_(std::int64_t{value}) {}       // NOLINT(google-explicit-constructor)
   AnyValue(std::string value) : value_(std::move(value)) {}  // NOLINT(google-explicit-constructor)
-  AnyValue(const char* value) : value_(std::string(value)) {}  // NOLINT(google-explicit-constructor)
-  AnyValue(Date value) : value_(value) {}  // NOLINT(google-explicit-constructor)
+  AnyValue(const char* value)
+      : value_(std::string(value)) {}                 // NOLINT(google-explicit-constructor)
+  AnyValue(Date value) : value_(value) {}             // NOLINT(google-explicit-constructor)
   AnyValue(List value) : value_(std::move(value)) {}  // NOLINT(google-explicit-constructor)
-  AnyValue(const std::vector<std::int64_t>& values)  // NOLINT(google-explicit-constructor)
+  AnyValue(const std::vector<std::int64_t>& values)   // NOLINT(google-explicit-constructor)
       : value_(List(values.begin(), values.end())) {}
 
   bool hasValue() const { return !std::holds_alternative<std::monostate>(value_); }

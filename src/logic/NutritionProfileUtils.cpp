@@ -22,8 +22,8 @@ std::optional<std::int64_t> parseInteger(const std::string& text) {
     negative = digits.front() == '-';
     digits.remove_prefix(1);
   }
-  if (digits.empty() || !std::all_of(digits.begin(), digits.end(),
-                                     [](char c) { return c >= '0' && c <= '9'; })) {
+  if (digits.empty() ||
+      !std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
     return std::nullopt;
   }
   std::int64_t value = 0;
@@ -148,7 +148,8 @@ AnyValue NutritionProfileUtils::getValueForField(std::string_view field) const {
   if (field == "selectedIntakes") {
     if (!user.selectedIntakes) return {};
     AnyValue::List intakes;
-    for (const auto& selected : *user.selectedIntakes) intakes.push_back(selected.intake);
+    for (const auto& selected : *user.selectedIntakes)
+      intakes.push_back(selected.intake);
     return AnyValue(intakes);
   }
   if (field == "distributionByIntakeID") return integer(user.distributionByIntakeID);

@@ -69,7 +69,8 @@ void cachedOrDownloaded(std::optional<std::vector<T>> NutritionUtils::*field, Fe
 template <class T, class Name, class Id>
 std::vector<QuestionaryAnswer> answersOf(const std::vector<T>& entries, Name name, Id id) {
   std::vector<QuestionaryAnswer> answers;
-  for (const auto& entry : entries) answers.push_back({entry.*name, entry.*id, false});
+  for (const auto& entry : entries)
+    answers.push_back({entry.*name, entry.*id, false});
   return answers;
 }
 
@@ -195,7 +196,8 @@ void NutritionUtils::getDistributionByID(std::int64_t id,
   });
 }
 
-void NutritionUtils::getAlternativeDish(std::int64_t dishOrder, Completion<NutritionDish> completion) {
+void NutritionUtils::getAlternativeDish(std::int64_t dishOrder,
+                                        Completion<NutritionDish> completion) {
   DataServiceNutrition::sharedInstance().getAlternativeDish(
       dishOrder, onMain<NutritionMenu>([dishOrder, completion = std::move(completion)](
                                            std::optional<NutritionMenu> menu) {
@@ -224,7 +226,8 @@ void NutritionUtils::addFavoriteDish(const NutritionDish& dish,
                                      Completion<std::vector<NutritionDish>> completion) {
   NutritionFavoriteDishPost favorite;
   favorite.dish = dish;
-  if (const auto& user = NutritionAuth::sharedInstance().currentUser) favorite.userId = user->userID;
+  if (const auto& user = NutritionAuth::sharedInstance().currentUser)
+    favorite.userId = user->userID;
   DataServiceNutrition::sharedInstance().addFavoriteDish(
       favorite, onMain<std::vector<NutritionFavoriteDishPost>>(
                     [completion = std::move(completion)](
@@ -254,10 +257,9 @@ void NutritionUtils::removeFavoriteDish(std::int64_t dishID,
                       return;
                     }
                     auto& utils = NutritionUtils::sharedInstance();
-                    utils.setFavoriteDishes(answer->empty()
-                                                ? std::vector<NutritionDish>{}
-                                                : answer->front().dishes.value_or(
-                                                      std::vector<NutritionDish>{}));
+                    utils.setFavoriteDishes(answer->empty() ? std::vector<NutritionDish>{}
+                                                            : answer->front().dishes.value_or(
+                                                                  std::vector<NutritionDish>{}));
                     completion(utils.favoriteDishes);
                   }));
 }
@@ -306,8 +308,9 @@ void NutritionUtils::getAnswersFor(std::string_view field,
     });
   } else if (field == "selectedIntakes") {
     getIntakes([completion](std::optional<std::vector<NutritionIntake>> list) {
-      completion(list ? Answers(answersOf(*list, &NutritionIntake::name, &NutritionIntake::intakeId))
-                      : std::nullopt);
+      completion(list
+                     ? Answers(answersOf(*list, &NutritionIntake::name, &NutritionIntake::intakeId))
+                     : std::nullopt);
     });
   } else if (field == "distributionByIntakeID") {
     getDistributions([completion](std::optional<std::vector<NutritionDistribution>> list) {

@@ -75,7 +75,8 @@ class NutritionUtils {
   // Asks for another dish of the course in the selected day and intake; the new menu replaces
   // the held one and the completion gets the new dish.
   void getAlternativeDish(std::int64_t dishOrder, Completion<NutritionDish> completion);
-  void addFavoriteDish(const NutritionDish& dish, Completion<std::vector<NutritionDish>> completion);
+  void addFavoriteDish(const NutritionDish& dish,
+                       Completion<std::vector<NutritionDish>> completion);
   void removeFavoriteDish(std::int64_t dishID, Completion<std::vector<NutritionDish>> completion);
 
   // The answers a questionnaire field offers (see the field table); nothing for another field.

@@ -17,8 +17,8 @@ struct AlertItem {
   bool operator==(const AlertItem&) const = default;
 
   static constexpr auto jsonFields() {
-    return std::tuple{json::field("title", &AlertItem::title), json::field("icon", &AlertItem::icon),
-                      json::field("text", &AlertItem::text)};
+    return std::tuple{json::field("title", &AlertItem::title),
+                      json::field("icon", &AlertItem::icon), json::field("text", &AlertItem::text)};
   }
 };
 
