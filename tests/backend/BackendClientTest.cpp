@@ -150,21 +150,24 @@ TEST_F(BackendClientTest, FastingCatalogueOffersNoFastingFirst) {
 TEST_F(BackendClientTest, AlternativeDishNeedsADayAndAnIntake) {
   setMember("m1_acme");
   auto& utils = NutritionUtils::sharedInstance();
+  const std::size_t before = http().requests().size();
   std::optional<NutritionMenu> menu;
   const auto keep = [&](auto, std::optional<NutritionMenu> m) { menu = std::move(m); };
   DataServiceNutrition::sharedInstance().getAlternativeDish(2, keep);
   utils.selectedDay = 3;
   DataServiceNutrition::sharedInstance().getAlternativeDish(2, keep);
-  EXPECT_TRUE(http().requests().empty());
+  EXPECT_EQ(http().requests().size(), before);
 
   utils.selectedIntake = 5;
   DataServiceNutrition::sharedInstance().getAlternativeDish(2, keep);
-  ASSERT_EQ(http().requests().size(), 1u);
-  EXPECT_EQ(http().requests()[0].method, "PATCH");
-  EXPECT_EQ(http().requests()[0].url, "https://backend.test/api/menu/dish/replace");
-  EXPECT_EQ(http().requests()[0].body,
+  ASSERT_EQ(http().requests().size(), before + 1);
+  const HttpRequest& sent = http().requests().back();
+  EXPECT_EQ(sent.method, "PATCH");
+  EXPECT_EQ(sent.url, "https://backend.test/api/menu/dish/replace");
+  EXPECT_EQ(sent.body,
             R"({"UserId":"m1_acme","DayNum":3,"IntakeId":5,"DishOrderId":2,"Language":"es_ES"})");
-  http().answer(R"([{"_id": "new", "Processed": true}, {"_id": "second"}])");
+  ASSERT_TRUE(
+      http().answerTo("dish/replace", R"([{"_id": "new", "Processed": true}, {"_id": "second"}])"));
   platform_.queue().runUntilIdle();
   EXPECT_EQ(menu->id, "new");
 }
@@ -182,10 +185,11 @@ TEST_F(BackendClientTest, UpdateUserDropsTheHeldMenuAndReadsTheMemberAgain) {
                                                       ++calls;
                                                     });
   EXPECT_EQ(http().requests().back().method, "PATCH");
-  http().answer("not even JSON");
+  ASSERT_TRUE(http().answerTo("api/user?", "not even JSON"));
   platform_.queue().runUntilIdle();
   EXPECT_FALSE(NutritionUtils::sharedInstance().weeklyMenu.has_value());
-  http().answer(R"([{"UserId": "m1_", "Weight": 81}])");
+  ASSERT_TRUE(http().answerTo("api/user?Language=es_ES&UserId=m1_",
+                              R"([{"UserId": "m1_", "Weight": 81}])"));
   platform_.queue().runUntilIdle();
   EXPECT_EQ(calls, 1);
   EXPECT_EQ(reread->weight, 81);

@@ -4,6 +4,8 @@
 
 #include <deque>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/HttpClient.h"
@@ -14,7 +16,7 @@ class ScriptedHttpClient final : public HttpClient {
  public:
   void send(HttpRequest request, Callback callback) override {
     requests_.push_back(request);
-    waiting_.push_back(std::move(callback));
+    waiting_.emplace_back(std::move(request), std::move(callback));
   }
 
   // Every request sent so far, answered or not.
@@ -23,21 +25,31 @@ class ScriptedHttpClient final : public HttpClient {
 
   // Answers the oldest request still waiting.
   void answer(std::string body, int status = 200) {
-    next()(HttpResponse{status, std::move(body), {}});
+    take(0)(HttpResponse{status, std::move(body), {}});
   }
   void failTransport(std::string error = "connection refused") {
-    next()(HttpResponse{0, {}, std::move(error)});
+    take(0)(HttpResponse{0, {}, std::move(error)});
+  }
+  // Answers the oldest waiting request whose URL contains `urlPart`; false when none waits.
+  bool answerTo(std::string_view urlPart, std::string body, int status = 200) {
+    for (std::size_t i = 0; i < waiting_.size(); ++i) {
+      if (waiting_[i].first.url.find(urlPart) != std::string::npos) {
+        take(i)(HttpResponse{status, std::move(body), {}});
+        return true;
+      }
+    }
+    return false;
   }
 
  private:
-  Callback next() {
-    Callback callback = std::move(waiting_.front());
-    waiting_.pop_front();
+  Callback take(std::size_t index) {
+    Callback callback = std::move(waiting_[index].second);
+    waiting_.erase(waiting_.begin() + std::ptrdiff_t(index));
     return callback;
   }
 
   std::vector<HttpRequest> requests_;
-  std::deque<Callback> waiting_;
+  std::deque<std::pair<HttpRequest, Callback>> waiting_;
 };
 
 }  // namespace nutrition::test
