@@ -24,6 +24,8 @@ class RecordingHttpClient final : public HttpClient {
   };
 
   explicit RecordingHttpClient(std::shared_ptr<HttpClient> inner) : inner_(std::move(inner)) {}
+  // The inner client may still call back while it shuts down: let it go first.
+  ~RecordingHttpClient() override { inner_.reset(); }
 
   void send(HttpRequest request, Callback callback) override;
 

@@ -28,14 +28,14 @@ std::string currentUserId() {
 template <class T>
 void perform(const BackendRequest& request, BackendCompletion<T> completion,
              std::function<void(std::string body, BackendCompletion<T>)> handle) {
-  auto queue = Platform::current()->mainQueue;
+  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
   sendBackendRequest(request, [queue, completion = std::move(completion),
                                handle = std::move(handle)](HttpResponse response) {
     if (response.transportError) {
       completion(Error{ErrorCode::transport, *response.transportError}, std::nullopt);
       return;
     }
-    queue->post([body = std::move(response.body), completion, handle]() mutable {
+    postIfAlive(queue, [body = std::move(response.body), completion, handle]() mutable {
       handle(std::move(body), std::move(completion));
     });
   });

@@ -50,9 +50,9 @@ void NutritionAuthDataservice::getNutritionUser(
   const auto& utils = NutritionSDKUtils::sharedInstance();
   BackendRequest request{
       "GET", "api/user", {{"Language", std::string(utils.languageCode())}, {"UserId", userId}}, {}};
-  auto queue = Platform::current()->mainQueue;
+  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
   sendBackendRequest(request, [queue, completion = std::move(completion)](HttpResponse response) {
-    queue->post([response = std::move(response), completion] {
+    postIfAlive(queue, [response = std::move(response), completion] {
       if (response.transportError) {
         log(LogLevel::warning, "user download got no answer: " + *response.transportError);
         completion(std::nullopt);

@@ -38,10 +38,10 @@ void NutritionSDKUtils::setUserProfileAsFilled() {
 
 void NutritionSDKUtils::downloadImage(const std::string& url, Folder folder,
                                       std::function<void(std::optional<Image>)> completion) const {
-  auto queue = Platform::current()->mainQueue;
+  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
   getData(url, [url, folder, queue, completion = std::move(completion)](
                    std::optional<std::string> data, std::optional<int>, std::optional<Error>) {
-    queue->post([url, folder, data = std::move(data), completion] {
+    postIfAlive(queue, [url, folder, data = std::move(data), completion] {
       if (!data || !looksLikeImage(*data)) {
         completion(std::nullopt);
         return;

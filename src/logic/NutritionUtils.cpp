@@ -40,11 +40,11 @@ std::optional<NutritionDay> dayOf(const NutritionMenu& menu, std::int64_t number
 // Runs `completion` on the main queue, whichever thread the answer came on.
 template <class T>
 BackendCompletion<T> onMain(std::function<void(std::optional<T>)> completion) {
-  auto queue = Platform::current()->mainQueue;
+  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
   return [queue, completion = std::move(completion)](std::optional<Error> error,
                                                      std::optional<T> value) {
     if (error) {
-      queue->post([completion] { completion(std::nullopt); });
+      postIfAlive(queue, [completion] { completion(std::nullopt); });
     } else {
       completion(std::move(value));
     }
@@ -127,12 +127,12 @@ void NutritionUtils::getTodayMenu(Completion<NutritionDay> completion) {
 }
 
 void NutritionUtils::downloadMenu(Completion<NutritionMenu> completion) {
-  auto queue = Platform::current()->mainQueue;
+  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
   DataServiceNutrition::sharedInstance().getWeeklyIAMenu(
       [queue, completion = std::move(completion)](std::optional<Error> error,
                                                   std::optional<NutritionMenu> menu) {
         if (error) {
-          queue->post([completion] { completion(std::nullopt); });
+          postIfAlive(queue, [completion] { completion(std::nullopt); });
           return;
         }
         NutritionUtils::sharedInstance().weeklyMenu = menu;

@@ -26,6 +26,13 @@ class MainQueue {
   virtual void postDelayed(std::chrono::milliseconds delay, Task task) = 0;
 };
 
+// Posts to `queue` while it exists. Callbacks hold the queue weakly: a queue never owns, through
+// a task it holds, a reference to itself, and answers that arrive after their platform is gone
+// are dropped.
+inline void postIfAlive(const std::weak_ptr<MainQueue>& queue, MainQueue::Task task) {
+  if (auto alive = queue.lock()) alive->post(std::move(task));
+}
+
 // A main queue that runs only when asked: tests drain it, and the Linux event loop runs it.
 // Delayed tasks are due on the time of a clock it is given, so a test that advances a fake
 // clock fast-forwards timers without sleeping.

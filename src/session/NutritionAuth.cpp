@@ -36,11 +36,11 @@ void NutritionAuth::start(const std::string& memberId, const std::string& appID,
   memberID = memberId;
   this->appID = appID;
   this->password = password;
-  auto queue = Platform::current()->mainQueue;
+  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
   NutritionAuthDataservice::sharedInstance().login(
       appID, password, [queue](std::optional<NutritionCredentialsIA> answer) {
         // The login answers on the HTTP thread; the session is only touched on the main queue.
-        queue->post([answer = std::move(answer)] {
+        postIfAlive(queue, [answer = std::move(answer)] {
           auto& session = NutritionAuth::sharedInstance();
           session.credentials = answer;
           if (!session.memberID.empty()) session.getNutritionUser([](auto) {});
