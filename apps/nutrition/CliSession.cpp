@@ -92,13 +92,16 @@ bool CliSession::open() {
 }
 
 bool CliSession::ensureProfile() {
-  auto& session = NutritionAuth::sharedInstance();
-  if (!session.isUnregister) return true;
+  return !NutritionAuth::sharedInstance().isUnregister || sendDemoProfile();
+}
+
+bool CliSession::sendDemoProfile() {
   auto standard = platform_->keyValueStores->standard();
   standard->remove(NutritionAuth::kHoldMenuTimerKey);
   NutritionSDK::sharedInstance().updateProfile(NutritionGender::female, 165, 62,
                                                parseIso8601("1990-05-17T00:00:00Z"), 2,
                                                std::nullopt, true, true);
+  // The hold timer is set when the backend has taken the profile and the member is read again.
   if (!runUntil([&] { return standard->getDouble(NutritionAuth::kHoldMenuTimerKey).has_value(); },
                 70s)) {
     fail("the profile update got no answer");

@@ -41,6 +41,9 @@ class CliSession {
   bool open();
   // Sends the demo profile when the backend does not know the member yet.
   bool ensureProfile();
+  // Sends the demo profile (sex, height, weight, birth date, activity) with a new menu and
+  // waits for the backend's answer; false (message printed) without one.
+  bool sendDemoProfile();
   // The member's menu once the backend has built it; nothing (message printed) on failure.
   std::optional<NutritionMenu> builtMenu(bool verbose);
 

@@ -57,16 +57,9 @@ int runDemo(const std::vector<std::string>& arguments) {
               session.isUnregister ? "does not know" : "knows", session.userId().c_str());
 
   // Fill in the profile; the backend creates (or updates) the member and builds a new menu.
-  auto standard = cli.platform().keyValueStores->standard();
-  standard->remove(NutritionAuth::kHoldMenuTimerKey);
-  NutritionSDK::sharedInstance().updateProfile(NutritionGender::female, 165, 62,
-                                               parseIso8601("1990-05-17T00:00:00Z"), 2,
-                                               std::nullopt, true, true);
-  if (!cli.runUntil(
-          [&] { return standard->getDouble(NutritionAuth::kHoldMenuTimerKey).has_value(); },
-          std::chrono::seconds(70))) {
+  if (!cli.sendDemoProfile()) {
     printRequests(cli.http());
-    return cli.fail("the profile update got no answer");
+    return 1;
   }
   std::printf("Profile sent; the backend now %s the member.\n",
               session.isUnregister ? "still does not know" : "knows");
