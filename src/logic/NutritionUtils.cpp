@@ -66,12 +66,27 @@ void cachedOrDownloaded(std::optional<std::vector<T>> NutritionUtils::*field, Fe
       }));
 }
 
-template <class T, class Name, class Id>
-std::vector<QuestionaryAnswer> answersOf(const std::vector<T>& entries, Name name, Id id) {
-  std::vector<QuestionaryAnswer> answers;
-  for (const auto& entry : entries)
-    answers.push_back({entry.*name, entry.*id, false});
-  return answers;
+// A catalogue completion that hands `completion` one answer per entry (title = name,
+// score = identifier), after `adjust` has filtered or ordered the entries.
+template <class T, class Adjust>
+auto answering(NutritionUtils::Completion<std::vector<QuestionaryAnswer>> completion,
+               std::optional<std::string> T::*name, std::optional<std::int64_t> T::*id,
+               Adjust adjust) {
+  return
+      [completion = std::move(completion), name, id, adjust](std::optional<std::vector<T>> list) {
+        if (!list) return completion(std::nullopt);
+        adjust(*list);
+        std::vector<QuestionaryAnswer> answers;
+        for (const auto& entry : *list)
+          answers.push_back({entry.*name, entry.*id, false});
+        completion(std::move(answers));
+      };
+}
+
+template <class T>
+auto answering(NutritionUtils::Completion<std::vector<QuestionaryAnswer>> completion,
+               std::optional<std::string> T::*name, std::optional<std::int64_t> T::*id) {
+  return answering(std::move(completion), name, id, [](std::vector<T>&) {});
 }
 
 }  // namespace
@@ -266,70 +281,51 @@ void NutritionUtils::removeFavoriteDish(std::int64_t dishID,
 
 void NutritionUtils::getAnswersFor(std::string_view field,
                                    Completion<std::vector<QuestionaryAnswer>> completion) {
-  using Answers = std::optional<std::vector<QuestionaryAnswer>>;
-  const auto preferenceAnswers = [completion](bool intolerances) {
-    return [completion, intolerances](std::optional<std::vector<NutritionPreference>> list) {
-      if (!list) return completion(std::nullopt);
-      std::erase_if(*list, [&](const NutritionPreference& p) {
-        const bool isIntolerance = p.preferenceType == PreferenceType::intollerance;
-        return isIntolerance != intolerances;
+  const auto preferencesOfKind = [](bool intolerances) {
+    return [intolerances](std::vector<NutritionPreference>& list) {
+      std::erase_if(list, [&](const NutritionPreference& p) {
+        return (p.preferenceType == PreferenceType::intollerance) != intolerances;
       });
-      completion(answersOf(*list, &NutritionPreference::preferenceName,
-                           &NutritionPreference::preferenceID));
     };
   };
-  const auto courseAnswers = [completion](std::optional<std::vector<NutritionDishOrder>> list) {
-    completion(list ? Answers(answersOf(*list, &NutritionDishOrder::dishOrderName,
-                                        &NutritionDishOrder::dishOrderID))
-                    : std::nullopt);
+  const auto preference = [&](bool intolerances) {
+    return answering(completion, &NutritionPreference::preferenceName,
+                     &NutritionPreference::preferenceID, preferencesOfKind(intolerances));
   };
 
   if (field == "intollerance") {
-    getPreferences(preferenceAnswers(true));
+    getPreferences(preference(true));
   } else if (field == "excludedAliment") {
-    getExcludedAliments([completion](std::optional<std::vector<NutritionExcluded>> list) {
-      completion(list ? Answers(answersOf(*list, &NutritionExcluded::excludedAlimentName,
-                                          &NutritionExcluded::excludedAlimentId))
-                      : std::nullopt);
-    });
+    getExcludedAliments(answering(completion, &NutritionExcluded::excludedAlimentName,
+                                  &NutritionExcluded::excludedAlimentId));
   } else if (field == "preferences") {
-    getPreferences(preferenceAnswers(false));
+    getPreferences(preference(false));
   } else if (field == "physicalIntensityID") {
-    getActivityIntensity([completion](std::optional<std::vector<PhysicalIntensity>> list) {
-      completion(list ? Answers(answersOf(*list, &PhysicalIntensity::physicalIntensityName,
-                                          &PhysicalIntensity::physicalIntensityID))
-                      : std::nullopt);
-    });
+    getActivityIntensity(answering(completion, &PhysicalIntensity::physicalIntensityName,
+                                   &PhysicalIntensity::physicalIntensityID));
   } else if (field == "desiredBalanceID") {
-    getBalances([completion](std::optional<std::vector<NutritionBalance>> list) {
-      completion(list ? Answers(answersOf(*list, &NutritionBalance::desiredBalanceName,
-                                          &NutritionBalance::desiredBalanceID))
-                      : std::nullopt);
-    });
+    getBalances(answering(completion, &NutritionBalance::desiredBalanceName,
+                          &NutritionBalance::desiredBalanceID));
   } else if (field == "selectedIntakes") {
-    getIntakes([completion](std::optional<std::vector<NutritionIntake>> list) {
-      completion(list
-                     ? Answers(answersOf(*list, &NutritionIntake::name, &NutritionIntake::intakeId))
-                     : std::nullopt);
-    });
+    getIntakes(answering(completion, &NutritionIntake::name, &NutritionIntake::intakeId));
   } else if (field == "distributionByIntakeID") {
-    getDistributions([completion](std::optional<std::vector<NutritionDistribution>> list) {
-      if (!list) return completion(std::nullopt);
-      std::stable_sort(list->begin(), list->end(), [](const auto& a, const auto& b) {
-        return a.distributionByIntakeID < b.distributionByIntakeID;
-      });
-      completion(answersOf(*list, &NutritionDistribution::distributionByIntakeName,
-                           &NutritionDistribution::distributionByIntakeID));
-    });
+    getDistributions(answering(completion, &NutritionDistribution::distributionByIntakeName,
+                               &NutritionDistribution::distributionByIntakeID,
+                               [](std::vector<NutritionDistribution>& list) {
+                                 std::stable_sort(
+                                     list.begin(), list.end(), [](const auto& a, const auto& b) {
+                                       return a.distributionByIntakeID < b.distributionByIntakeID;
+                                     });
+                               }));
   } else if (field == "intermittentFastingID") {
-    getFastings([completion](std::optional<std::vector<IntermittentFasting>> list) {
-      if (!list) return completion(std::nullopt);
-      std::erase_if(*list, [](const IntermittentFasting& f) { return !f.enabled; });
-      completion(answersOf(*list, &IntermittentFasting::intermittentFastingName,
-                           &IntermittentFasting::intermittentFastingID));
-    });
+    getFastings(answering(completion, &IntermittentFasting::intermittentFastingName,
+                          &IntermittentFasting::intermittentFastingID,
+                          [](std::vector<IntermittentFasting>& list) {
+                            std::erase_if(list, [](const auto& f) { return !f.enabled; });
+                          }));
   } else if (field == "lunchDishes" || field == "dinnerDishes") {
-    getDishOrders(courseAnswers);
+    getDishOrders(answering(completion, &NutritionDishOrder::dishOrderName,
+                            &NutritionDishOrder::dishOrderID));
   } else if (field == "difficulty") {
     completion(std::vector<QuestionaryAnswer>{{localized("Fácil"), 1, false},
                                               {localized("Intermedia"), 2, false},
