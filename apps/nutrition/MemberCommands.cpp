@@ -12,7 +12,7 @@
 #include "logic/NutritionUtils.h"
 #include "screens/profile/QuestionnaireRules.h"
 #include "session/NutritionAuth.h"
-#include "ui/Localization.h"
+#include "text/Localization.h"
 
 namespace nutrition::cli {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "logic/MenuDay.h"
-#include "ui/Localization.h"
+#include "text/Localization.h"
 
 namespace nutrition::cli {
 namespace {

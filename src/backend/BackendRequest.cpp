@@ -1,7 +1,7 @@
 #include "backend/BackendRequest.h"
 
 #include "base/Log.h"
-#include "facade/NutritionSDKUtils.h"
+#include "config/NutritionSDKUtils.h"
 #include "platform/Platform.h"
 
 namespace nutrition {

@@ -3,13 +3,13 @@
 #include "backend/BackendRequest.h"
 #include "base/Log.h"
 #include "base/SharedInstance.h"
-#include "facade/NutritionSDKUtils.h"
+#include "config/NutritionSDKUtils.h"
 #include "json/JsonWriter.h"
 #include "logic/NutritionUtils.h"
 #include "model/ModelCodec.h"
 #include "platform/Platform.h"
 #include "session/NutritionAuth.h"
-#include "ui/Localization.h"
+#include "text/Localization.h"
 
 namespace nutrition {
 namespace {
@@ -153,7 +153,7 @@ void DataServiceNutrition::updateUser(const NutritionUser& user, bool isNew,
     // member read again, as the backend now has it.
     NutritionUtils::sharedInstance().weeklyMenu.reset();
     NutritionAuth::sharedInstance().getNutritionUser(
-        [done](std::optional<NutritionUser> user) { done(std::nullopt, std::move(user)); });
+        [done](std::optional<NutritionUser> reread) { done(std::nullopt, std::move(reread)); });
   });
 }
 

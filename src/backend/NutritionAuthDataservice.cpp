@@ -3,7 +3,7 @@
 #include "backend/BackendRequest.h"
 #include "base/Log.h"
 #include "base/SharedInstance.h"
-#include "facade/NutritionSDKUtils.h"
+#include "config/NutritionSDKUtils.h"
 #include "json/JsonWriter.h"
 #include "model/ModelCodec.h"
 #include "platform/Platform.h"

@@ -1,7 +1,7 @@
 #include "facade/NutritionSDK.h"
 
 #include "base/SharedInstance.h"
-#include "facade/NutritionSDKUtils.h"
+#include "config/NutritionSDKUtils.h"
 #include "platform/Platform.h"
 #include "session/NutritionAuth.h"
 
@@ -22,14 +22,14 @@ NutritionSDK& NutritionSDK::sharedInstance() {
 }
 
 void NutritionSDK::start(const std::string& memberId, const std::string& appID,
-                         const std::string& password) {
+                         const std::string& appPassword) {
   app_id = appID;
-  this->password = password;
-  session().start(memberId, appID, password);
+  password = appPassword;
+  session().start(memberId, appID, appPassword);
 }
 
-void NutritionSDK::startSession(const std::string& appID, const std::string& password) {
-  start("", appID, password);
+void NutritionSDK::startSession(const std::string& appID, const std::string& appPassword) {
+  start("", appID, appPassword);
 }
 
 void NutritionSDK::setMemberId(const std::string& memberId) {

@@ -10,7 +10,7 @@
 #include "model/ModelCodec.h"
 #include "platform/Platform.h"
 #include "session/NutritionAuth.h"
-#include "ui/Localization.h"
+#include "text/Localization.h"
 
 namespace nutrition {
 namespace {

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "base/Date.h"
-#include "fasting/AyunoPhase.h"
+#include "model/AyunoPhase.h"
 #include "platform/KeyValueStore.h"
 #include "platform/NotificationScheduler.h"
 

@@ -7,12 +7,12 @@
 #include "backend/DataServiceNutrition.h"
 #include "base/Log.h"
 #include "base/SharedInstance.h"
-#include "facade/NutritionSDKUtils.h"
+#include "config/NutritionSDKUtils.h"
 #include "logic/MenuDay.h"
 #include "model/ModelCodec.h"
 #include "platform/Platform.h"
 #include "session/NutritionAuth.h"
-#include "ui/Localization.h"
+#include "text/Localization.h"
 
 namespace nutrition {
 namespace {

@@ -15,13 +15,13 @@
 #include <string_view>
 #include <vector>
 
+#include "model/AlertItem.h"
+#include "model/HealthProfile.h"
 #include "model/NutritionCatalogues.h"
 #include "model/NutritionDistribution.h"
 #include "model/NutritionMenu.h"
 #include "model/NutritionPreference.h"
 #include "model/WaitScreen.h"
-#include "screens/profile/AlertItem.h"
-#include "screens/profile/HealthProfile.h"
 
 namespace nutrition {
 

@@ -1,7 +1,9 @@
 #include "model/ModelCodec.h"
 
-#include "fasting/AyunoPhase.h"
 #include "json/JsonReader.h"
+#include "model/AlertItem.h"
+#include "model/AyunoPhase.h"
+#include "model/HealthProfile.h"
 #include "model/NutritionCatalogues.h"
 #include "model/NutritionCredentials.h"
 #include "model/NutritionDistribution.h"
@@ -11,8 +13,6 @@
 #include "model/NutritionUser.h"
 #include "model/PublicProfile.h"
 #include "model/WaitScreen.h"
-#include "screens/profile/AlertItem.h"
-#include "screens/profile/HealthProfile.h"
 
 namespace nutrition {
 

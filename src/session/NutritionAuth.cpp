@@ -4,7 +4,7 @@
 #include "backend/NutritionAuthDataservice.h"
 #include "base/Saturating.h"
 #include "base/SharedInstance.h"
-#include "facade/NutritionSDKUtils.h"
+#include "config/NutritionSDKUtils.h"
 #include "platform/Platform.h"
 
 namespace nutrition {
@@ -31,14 +31,14 @@ NutritionAuth& NutritionAuth::sharedInstance() {
 NutritionAuth::NutritionAuth()
     : token(Platform::current()->keyValueStores->standard()->getString(kTokenKey)) {}
 
-void NutritionAuth::start(const std::string& memberId, const std::string& appID,
-                          const std::string& password) {
+void NutritionAuth::start(const std::string& memberId, const std::string& clientAppID,
+                          const std::string& clientPassword) {
   memberID = memberId;
-  this->appID = appID;
-  this->password = password;
+  appID = clientAppID;
+  password = clientPassword;
   std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
   NutritionAuthDataservice::sharedInstance().login(
-      appID, password, [queue](std::optional<NutritionCredentialsIA> answer) {
+      clientAppID, clientPassword, [queue](std::optional<NutritionCredentialsIA> answer) {
         // The login answers on the HTTP thread; the session is only touched on the main queue.
         postIfAlive(queue, [answer = std::move(answer)] {
           auto& session = NutritionAuth::sharedInstance();

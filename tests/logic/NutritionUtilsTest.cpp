@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "config/NutritionSDKUtils.h"
 #include "facade/NutritionSDK.h"
-#include "facade/NutritionSDKUtils.h"
 #include "platform/linux/TzCalendar.h"
 #include "session/NutritionAuth.h"
 #include "support/TestPlatform.h"

@@ -9,12 +9,12 @@
 #include <set>
 #include <sstream>
 
-#include "fasting/AyunoPhase.h"
+#include "model/AlertItem.h"
+#include "model/AyunoPhase.h"
+#include "model/HealthProfile.h"
 #include "model/ModelCodec.h"
 #include "model/WaitScreen.h"
 #include "platform/linux/DirectoryResourceBundle.h"
-#include "screens/profile/AlertItem.h"
-#include "screens/profile/HealthProfile.h"
 
 namespace nutrition {
 namespace {

@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "config/NutritionSDKUtils.h"
 #include "facade/NutritionSDK.h"
-#include "facade/NutritionSDKUtils.h"
 #include "session/NutritionAuth.h"
 #include "support/TestPlatform.h"
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "base/SharedInstance.h"
+#include "config/NutritionSDKUtils.h"
 #include "facade/NutritionSDK.h"
-#include "facade/NutritionSDKUtils.h"
 #include "model/ModelCodec.h"
 #include "support/TestPlatform.h"
 

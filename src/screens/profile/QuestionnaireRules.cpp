@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "facade/NutritionSDKUtils.h"
+#include "config/NutritionSDKUtils.h"
 #include "logic/NutritionProfileUtils.h"
 #include "session/NutritionAuth.h"
-#include "ui/Localization.h"
+#include "text/Localization.h"
 
 namespace nutrition {
 

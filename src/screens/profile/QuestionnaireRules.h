@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "logic/AnyValue.h"
-#include "screens/profile/HealthProfile.h"
+#include "model/HealthProfile.h"
 
 namespace nutrition {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "ui/Image.h"
+#include "base/Image.h"
 
 namespace nutrition {
 

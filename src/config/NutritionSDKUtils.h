@@ -12,12 +12,12 @@
 #include <string>
 #include <string_view>
 
+#include "base/Color.h"
+#include "base/Image.h"
 #include "base/Result.h"
+#include "config/ImageCache.h"
 #include "model/NutritionEnums.h"
 #include "platform/KeyValueStore.h"
-#include "session/ImageCache.h"
-#include "ui/Color.h"
-#include "ui/Image.h"
 
 namespace nutrition {
 

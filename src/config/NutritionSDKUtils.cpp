@@ -1,4 +1,4 @@
-#include "facade/NutritionSDKUtils.h"
+#include "config/NutritionSDKUtils.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "session/ImageCache.h"
+#include "config/ImageCache.h"
 
 #include <filesystem>
 #include <fstream>

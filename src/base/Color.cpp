@@ -1,4 +1,4 @@
-#include "ui/Color.h"
+#include "base/Color.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
-#include "ui/Localization.h"
+#include "text/Localization.h"
 
 #include <array>
 
-#include "facade/NutritionConfigs.h"
+#include "config/NutritionConfigs.h"
 #include "platform/Platform.h"
 
 namespace nutrition {
