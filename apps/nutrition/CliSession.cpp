@@ -1,16 +1,42 @@
 #include "CliSession.h"
 
 #include <cstdio>
+#include <cstdlib>
 
-#include "backend/DataServiceNutrition.h"
 #include "facade/NutritionSDK.h"
+#include "logic/NutritionUtils.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "sandbox/SeedData.h"
 #include "session/NutritionAuth.h"
 
 namespace nutrition::cli {
+namespace {
 
 using namespace std::chrono_literals;
+
+class PinnedClock final : public Clock {
+ public:
+  explicit PinnedClock(Date now) : now_(now) {}
+  TimePoint now() const override { return now_; }
+
+ private:
+  Date now_;
+};
+
+// The clock NUTRITIONKIT_NOW pins, if it names an instant.
+std::shared_ptr<const Clock> pinnedClock() {
+  const char* text = std::getenv("NUTRITIONKIT_NOW");
+  if (text == nullptr || *text == '\0') return nullptr;
+  const auto now = parseIso8601(text);
+  if (!now) {
+    std::fprintf(stderr, "nutrition: ignoring NUTRITIONKIT_NOW=%s (not an ISO 8601 date-time)\n",
+                 text);
+    return nullptr;
+  }
+  return std::make_shared<PinnedClock>(*now);
+}
+
+}  // namespace
 
 const char* const kMemberOptionsUsage = "[--base-url URL --app-id ID --password P] [--member M]";
 
@@ -71,20 +97,23 @@ bool CliSession::open() {
   base_ = *options_.baseURL;
 
   platform_ = makeLinuxPlatform(platformOptions);
+  if (auto clock = pinnedClock()) platform_->clock = std::move(clock);
   http_ = std::make_shared<RecordingHttpClient>(platform_->http);
   platform_->http = http_;
   queue_ = std::dynamic_pointer_cast<ManualMainQueue>(platform_->mainQueue);
+  strings_ =
+      std::make_unique<StringTables>(*platform_->resources, platform_->locale->languageCode());
   Platform::install(platform_);
 
   auto& sdk = NutritionSDK::sharedInstance();
-  auto& session = NutritionAuth::sharedInstance();
   sdk.setURL(base_);
   sdk.start(options_.member, options_.appID, options_.password);
-  if (!runUntil([&] { return session.currentUser.has_value(); }, 70s)) {
+  // The member is ready, known or new, once the facade has a profile to give.
+  if (!runUntil([&] { return sdk.getProfile().has_value(); }, 70s)) {
     fail("the backend did not answer the login in time");
     return false;
   }
-  if (!session.credentials) {
+  if (!NutritionAuth::sharedInstance().credentials) {
     fail("login refused: wrong app id or password for '" + options_.appID + "'");
     return false;
   }
@@ -115,11 +144,10 @@ std::optional<NutritionMenu> CliSession::builtMenu(bool verbose) {
   while (true) {
     bool answered = false;
     std::optional<NutritionMenu> menu;
-    DataServiceNutrition::sharedInstance().getWeeklyIAMenu(
-        [&](std::optional<Error>, std::optional<NutritionMenu> answer) {
-          menu = std::move(answer);
-          answered = true;
-        });
+    NutritionUtils::sharedInstance().downloadMenu([&](std::optional<NutritionMenu> answer) {
+      menu = std::move(answer);
+      answered = true;
+    });
     if (!runUntil([&] { return answered; }, 70s) || !menu) {
       fail("no menu came back from the backend");
       return std::nullopt;

@@ -3,6 +3,9 @@
 // member, the Linux platform with a recording HTTP client, the embedded sandbox backend when no
 // backend is named, the main loop, logging in, creating the member's profile when the backend
 // does not know it, and waiting for a built menu.
+//
+// NUTRITIONKIT_NOW (an ISO 8601 date-time) pins the module's clock, for runs that must print
+// the same thing every time.
 
 #include <chrono>
 #include <functional>
@@ -15,6 +18,7 @@
 #include "model/NutritionMenu.h"
 #include "platform/Platform.h"
 #include "sandbox/SandboxServer.h"
+#include "text/StringTables.h"
 
 namespace nutrition::cli {
 
@@ -44,7 +48,8 @@ class CliSession {
   // Sends the demo profile (sex, height, weight, birth date, activity) with a new menu and
   // waits for the backend's answer; false (message printed) without one.
   bool sendDemoProfile();
-  // The member's menu once the backend has built it; nothing (message printed) on failure.
+  // The member's menu once the backend has built it, held by the data holder; nothing (message
+  // printed) on failure.
   std::optional<NutritionMenu> builtMenu(bool verbose);
 
   // Runs the main queue until `done` holds; false on timeout or a request without answer.
@@ -56,6 +61,8 @@ class CliSession {
   bool embedded() const { return sandbox_ != nullptr; }
   const RecordingHttpClient& http() const { return *http_; }
   const Platform& platform() const { return *platform_; }
+  // The texts in the device language, as the module's screens show them.
+  const StringTables& strings() const { return *strings_; }
 
  private:
   CliOptions options_;
@@ -65,6 +72,7 @@ class CliSession {
   std::shared_ptr<Platform> platform_;
   std::shared_ptr<RecordingHttpClient> http_;
   std::shared_ptr<ManualMainQueue> queue_;
+  std::unique_ptr<StringTables> strings_;
 };
 
 void printRequests(const RecordingHttpClient& http);

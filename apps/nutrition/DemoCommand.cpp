@@ -33,7 +33,8 @@ void printProfile(const Platform& platform) {
               user.getIdealWeight(), number(user.targetWeight, " kg").c_str(),
               user.getIdealWeightKcal());
   std::printf("  daily energy for the profile %.0f kcal; plan sent %.0f kcal\n",
-              user.getKcalForDiet(), user.dailyKcal.value_or(0));
+              user.getKcalForDiet(currentDate(*platform.clock), *platform.calendar),
+              user.dailyKcal.value_or(0));
 }
 
 }  // namespace
@@ -71,7 +72,7 @@ int runDemo(const std::vector<std::string>& arguments) {
     return 1;
   }
   std::printf("\n");
-  printToday(*menu, cli.platform());
+  printToday();
   std::printf("\n");
   printRequests(cli.http());
   return 0;

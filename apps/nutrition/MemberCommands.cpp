@@ -1,5 +1,6 @@
 #include "MemberCommands.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -8,11 +9,12 @@
 #include "CliSession.h"
 #include "MenuText.h"
 #include "backend/DataServiceNutrition.h"
+#include "config/NutritionSDKUtils.h"
+#include "facade/NutritionSDK.h"
 #include "fasting/AyunoUtils.h"
 #include "logic/NutritionUtils.h"
 #include "screens/profile/QuestionnaireRules.h"
 #include "session/NutritionAuth.h"
-#include "text/Localization.h"
 
 namespace nutrition::cli {
 namespace {
@@ -40,36 +42,43 @@ int showMenu(const std::vector<std::string>& arguments, bool wholeWeek) {
   if (wholeWeek) {
     printWeek(*menu);
   } else {
-    printToday(*menu, cli->platform());
+    printToday();
   }
   return 0;
 }
 
-const char* schemeLabel(const std::optional<std::int64_t>& scheme) {
+const char* schemeLabel(std::int64_t scheme) {
   if (scheme == 1) return "12/12";
   if (scheme == 2) return "14/10";
   return "16/8";
 }
 
-void printFastingStatus(const Platform& platform) {
+// The share of the fast shown beside the elapsed time: 0 to 100, whatever the clock did (a
+// start in the future reads 0; the ring's 0.999 after the end reads 100).
+int shownPercentage(double percentage) {
+  if (percentage == 0.999) return 100;
+  if (!std::isfinite(percentage)) return percentage > 0 ? 100 : 0;
+  return static_cast<int>(std::clamp(percentage * 100.0, 0.0, 100.0));
+}
+
+void printFastingStatus(const Platform& platform, const StringTables& strings) {
+  const auto& sdk = NutritionSDK::sharedInstance();
   const auto& ayuno = AyunoUtils::shared();
   const auto& user = NutritionAuth::sharedInstance().currentUser;
-  const auto scheme = user ? user->intermittentFastingID : std::nullopt;
-  std::printf("Scheme: %s\n", scheme && *scheme != 0 ? schemeLabel(scheme) : "none");
-  if (ayuno.isFinished()) {
+  const std::int64_t scheme = user ? user->intermittentFastingID.value_or(0) : 0;
+  std::printf("Scheme: %s\n", sdk.hasIntermittentFasting() ? schemeLabel(scheme) : "none");
+  if (!sdk.isDoingIntermittentFasting()) {
     std::printf("No fast running. Start one with: nutrition fasting start\n");
   } else {
-    const double percentage = ayuno.getCurrentPercentage();
-    const double shown = percentage == 0.999 ? 100.0 : percentage * 100.0;
     const AyunoPhase phase = ayuno.getCurrentPhase();
-    std::printf("%s\n", localized("¡Estás ayunando ahora!").c_str());
-    std::printf("  %s: %s (%d%%)\n", localized("Tiempo transcurrido").c_str(),
+    std::printf("%s\n", strings.localized("¡Estás ayunando ahora!").c_str());
+    std::printf("  %s: %s (%d%%)\n", strings.localized("Tiempo transcurrido").c_str(),
                 ayuno.getCurrentTimeString().c_str(),
-                std::isfinite(shown) ? static_cast<int>(shown) : 0);
-    std::printf("  %s: %s, %s\n", localized("Fase actual del ayuno").c_str(),
-                phase.name.value_or("-").c_str(), phase.timeInfo.value_or("").c_str());
-    std::printf("  %s: %s\n", localized("Empieza").c_str(), ayuno.getStartTime().c_str());
-    std::printf("  %s: %s\n", localized("Termina").c_str(), ayuno.getFinishTime().c_str());
+                shownPercentage(ayuno.getCurrentPercentage()));
+    std::printf("  %s: %s, %s\n", strings.localized("Fase actual del ayuno").c_str(),
+                sdk.getIntermittentFastingPhase().c_str(), phase.timeInfo.value_or("").c_str());
+    std::printf("  %s: %s\n", strings.localized("Empieza").c_str(), ayuno.getStartTime().c_str());
+    std::printf("  %s: %s\n", strings.localized("Termina").c_str(), ayuno.getFinishTime().c_str());
   }
   const auto pending = platform.notifications->pending();
   if (pending.empty()) std::printf("No notification pending.\n");
@@ -97,11 +106,11 @@ bool ensureScheme(CliSession& cli, std::int64_t wanted) {
   return NutritionAuth::sharedInstance().currentUser->intermittentFastingID == wanted;
 }
 
-void printAnswers(const std::vector<QuestionaryAnswer>& answers, bool translate) {
+void printAnswers(const std::vector<QuestionaryAnswer>& answers, const StringTables* strings) {
   for (const auto& answer : answers) {
     const std::string title = answer.title.value_or("-");
     std::printf("        [%lld] %s\n", static_cast<long long>(answer.score.value_or(0)),
-                (translate ? localized(title) : title).c_str());
+                (strings ? strings->localized(title) : title).c_str());
   }
 }
 
@@ -147,14 +156,16 @@ int runFasting(const std::vector<std::string>& arguments) {
     std::printf(ayuno.isFinished() ? "No fast was running.\n" : "Fast ended.\n");
     ayuno.finish();
   }
-  printFastingStatus(cli->platform());
+  printFastingStatus(cli->platform(), cli->strings());
   return 0;
 }
 
 int runQuestionnaire(const std::vector<std::string>& arguments) {
   auto cli = openMember(arguments, "questionnaire");
   if (!cli) return 1;
-  const auto pages = NutritionUtils::getProfileQuestionary();
+  const auto& strings = cli->strings();
+  const auto& config = NutritionSDKUtils::sharedInstance();
+  const auto pages = NutritionUtils::sharedInstance().getProfileQuestionary();
   if (!pages) return cli->fail("the questionnaire resources are missing");
   for (std::size_t p = 0; p < pages->size(); ++p) {
     std::printf("Page %zu\n", p + 1);
@@ -162,22 +173,22 @@ int runQuestionnaire(const std::vector<std::string>& arguments) {
     for (std::size_t n = 0; n < panels.size(); ++n) {
       std::printf("  Panel %zu\n", n + 1);
       for (const auto& question : panels[n].questions) {
-        if (!isQuestionShown(question)) continue;
-        std::printf("    %s  (%s, %s%s)\n", localized(question.title.value_or("")).c_str(),
+        if (!isQuestionShown(question, config)) continue;
+        std::printf("    %s  (%s, %s%s)\n", strings.localized(question.title.value_or("")).c_str(),
                     question.identifier.value_or("-").c_str(),
                     question.type ? std::string(rawValue(*question.type)).c_str() : "-",
                     question.isMultipleSelection == true ? ", several answers" : "");
         if (question.placeholder) {
-          std::printf("      %s\n", localized(*question.placeholder).c_str());
+          std::printf("      %s\n", strings.localized(*question.placeholder).c_str());
         }
         if (question.closedAnswers) {
           for (const auto& label : *question.closedAnswers) {
-            std::printf("        - %s\n", localized(label).c_str());
+            std::printf("        - %s\n", strings.localized(label).c_str());
           }
         }
         bool needsCatalogue = !question.answers;
         if (question.answers) {
-          printAnswers(*question.answers, true);
+          printAnswers(*question.answers, &strings);
           for (const auto& answer : *question.answers)
             needsCatalogue |= answer.hasAnswers == true;
         }
@@ -192,7 +203,7 @@ int runQuestionnaire(const std::vector<std::string>& arguments) {
                                                          });
           if (!cli->runUntil([&] { return answered; }, 70s))
             return cli->fail("no catalogue came back");
-          if (offered) printAnswers(*offered, false);
+          if (offered) printAnswers(*offered, nullptr);
         }
       }
     }

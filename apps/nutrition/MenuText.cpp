@@ -3,8 +3,7 @@
 #include <cstdio>
 #include <string>
 
-#include "logic/MenuDay.h"
-#include "text/Localization.h"
+#include "facade/NutritionSDK.h"
 
 namespace nutrition::cli {
 namespace {
@@ -23,25 +22,21 @@ void printDay(const NutritionDay& day) {
               static_cast<long long>(day.day.value_or(0)),
               static_cast<long long>(day.kcalDay.value_or(0)));
   for (const auto& intake : day.intakes.value_or(std::vector<NutritionIntake>{})) {
-    std::printf("  %s  %lld %s\n", intake.name.value_or("-").c_str(),
-                static_cast<long long>(intake.getTotalKcal()), localized("kcal").c_str());
+    std::printf("  %s  %lld kcal\n", intake.name.value_or("-").c_str(),
+                static_cast<long long>(intake.getTotalKcal()));
     for (const auto& dish : intake.dishes.value_or(std::vector<NutritionDish>{})) {
-      std::printf("    - %s (%s)  %lld %s\n", dish.name.value_or("-").c_str(),
+      std::printf("    - %s (%s)  %lld kcal\n", dish.name.value_or("-").c_str(),
                   dish.typeName.value_or("-").c_str(),
-                  static_cast<long long>(dish.kcal.value_or(0)), localized("kcal").c_str());
+                  static_cast<long long>(dish.kcal.value_or(0)));
     }
   }
 }
 
-void printToday(const NutritionMenu& menu, const Platform& platform) {
-  const Date now = std::chrono::floor<std::chrono::seconds>(platform.clock->now());
-  const std::int64_t today = menuDayNumber(now, *platform.calendar);
+void printToday() {
+  const NutritionDay today = NutritionSDK::sharedInstance().getTodayMenu();
   std::printf("Today's menu: ");
-  for (const auto& day : menu.days.value_or(std::vector<NutritionDay>{})) {
-    if (day.day == today) return printDay(day);
-  }
-  std::printf("the menu has no %s (day %lld)\n", dayName(today).c_str(),
-              static_cast<long long>(today));
+  if (today.day) return printDay(today);
+  std::printf("the menu has no day for today\n");
 }
 
 void printWeek(const NutritionMenu& menu) {

@@ -2,13 +2,12 @@
 // The menu as text for the command line.
 
 #include "model/NutritionMenu.h"
-#include "platform/Platform.h"
 
 namespace nutrition::cli {
 
 void printDay(const NutritionDay& day);
-// Today's day of the menu (1 = Monday ... 7 = Sunday).
-void printToday(const NutritionMenu& menu, const Platform& platform);
+// Today's day of the menu the module holds, as the facade gives it.
+void printToday();
 void printWeek(const NutritionMenu& menu);
 
 }  // namespace nutrition::cli

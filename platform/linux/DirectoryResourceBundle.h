@@ -1,6 +1,6 @@
 #pragma once
-// The module's resources on Linux: files in a directory ("name.extension"), and string tables
-// as JSON objects in "strings/<table>.<language>.json".
+// The module's resources on Linux: files in a directory ("name.extension"), the string tables
+// under "strings/".
 
 #include <filesystem>
 
@@ -14,10 +14,13 @@ class DirectoryResourceBundle final : public ResourceBundle {
 
   std::optional<std::string> resource(std::string_view name,
                                       std::string_view extension) const override;
-  std::optional<std::map<std::string, std::string, std::less<>>> strings(
-      std::string_view table, std::string_view language) const override;
+  bool contains(std::string_view name, std::string_view extension) const override;
 
  private:
+  // The file of a resource; nothing for a name that is not bundle-relative.
+  std::optional<std::filesystem::path> pathOf(std::string_view name,
+                                              std::string_view extension) const;
+
   std::filesystem::path root_;
 };
 

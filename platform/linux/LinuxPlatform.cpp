@@ -38,6 +38,7 @@ std::shared_ptr<Platform> makeLinuxPlatform(const LinuxPlatformOptions& options)
   platform->http = std::make_shared<CurlHttpClient>();
   platform->mainQueue = std::make_shared<ManualMainQueue>(platform->clock);
   platform->resources = std::make_shared<DirectoryResourceBundle>(options.resourcesDirectory);
+  platform->fonts = std::make_shared<InMemoryFontRegistry>();
   platform->notifications =
       std::make_shared<FileNotificationScheduler>(options.dataDirectory / "notifications.json");
   platform->documentsDirectory = (options.dataDirectory / "Documents").string();

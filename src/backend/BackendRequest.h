@@ -20,18 +20,12 @@ struct BackendRequest {
   std::optional<std::string> body;
 };
 
-// RFC 3986: unreserved characters pass, every other byte becomes %XX.
-std::string percentEncode(std::string_view value);
-
-// An absolute http or https address with a host and nothing a URL cannot hold (spaces,
-// control characters, non-ASCII).
-bool isWellFormedURL(std::string_view url);
-
 // The HTTP request for `request` against `baseURL`; nothing when the address is no URL.
 std::optional<HttpRequest> makeHttpRequest(const BackendRequest& request, std::string_view baseURL);
 
-// Sends through the installed platform's client against the configured base URL, read afresh
-// for every request. When the address is no URL nothing is sent and `callback` never runs.
-void sendBackendRequest(const BackendRequest& request, HttpClient::Callback callback);
+// Sends `request` against `baseURL` with `http`. When the address is no URL nothing is sent,
+// the problem is logged and `callback` never runs.
+void sendBackendRequest(HttpClient& http, std::string_view baseURL, const BackendRequest& request,
+                        HttpClient::Callback callback);
 
 }  // namespace nutrition

@@ -2,24 +2,21 @@
 
 #include "backend/BackendRequest.h"
 #include "base/Log.h"
-#include "base/SharedInstance.h"
-#include "config/NutritionSDKUtils.h"
 #include "json/JsonWriter.h"
 #include "model/ModelCodec.h"
-#include "platform/Platform.h"
 
 namespace nutrition {
 
-NutritionAuthDataservice& NutritionAuthDataservice::sharedInstance() {
-  return SharedInstance<NutritionAuthDataservice>::get([] { return new NutritionAuthDataservice; });
-}
-
-NutritionAuthDataservice::NutritionAuthDataservice()
-    : baseURLDev(NutritionSDKUtils::sharedInstance().mainURL) {}
+NutritionAuthDataservice::NutritionAuthDataservice(const Platform& platform,
+                                                   const NutritionSDKUtils& config)
+    : baseURLDev(config.mainURL),
+      http_(platform.http),
+      queue_(platform.mainQueue),
+      config_(config) {}
 
 void NutritionAuthDataservice::login(
     const std::string& appID, const std::string& password,
-    std::function<void(std::optional<NutritionCredentialsIA>)> completion) {
+    std::function<void(std::optional<NutritionCredentialsIA>)> completion) const {
   json::JsonWriter body;
   body.beginObject();
   body.key("ClientAlias");
@@ -28,45 +25,51 @@ void NutritionAuthDataservice::login(
   body.string(password);
   body.endObject();
 
-  BackendRequest request{"POST", "api/auth/login", {}, body.take()};
-  sendBackendRequest(request, [completion = std::move(completion)](HttpResponse response) {
-    if (response.transportError) {
-      log(LogLevel::warning, "login got no answer: " + *response.transportError);
-      return;
-    }
-    auto accounts = decodeJsonArray<NutritionCredentialsIA>(response.body);
-    if (!accounts.ok()) {
-      log(LogLevel::warning, "login answer does not decode: " + accounts.error().message);
-      completion(std::nullopt);
-      return;
-    }
-    completion(accounts->empty() ? std::nullopt : std::optional(accounts->front()));
-  });
+  const BackendRequest request{"POST", "api/auth/login", {}, body.take()};
+  sendBackendRequest(
+      *http_, config_.mainURL, request,
+      [completion = std::move(completion)](HttpResponse response) {
+        if (response.transportError) {
+          log(LogLevel::warning, "login got no answer: " + *response.transportError);
+          return;
+        }
+        auto accounts = decodeJsonArray<NutritionCredentialsIA>(response.body);
+        if (!accounts.ok()) {
+          log(LogLevel::warning, "login answer does not decode: " + accounts.error().message);
+          completion(std::nullopt);
+          return;
+        }
+        completion(accounts->empty() ? std::nullopt : std::optional(accounts->front()));
+      });
 }
 
 void NutritionAuthDataservice::getNutritionUser(
     const std::string& userId,
-    std::function<void(std::optional<NutritionUserResponse>)> completion) {
-  const auto& utils = NutritionSDKUtils::sharedInstance();
-  BackendRequest request{
-      "GET", "api/user", {{"Language", std::string(utils.languageCode())}, {"UserId", userId}}, {}};
-  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
-  sendBackendRequest(request, [queue, completion = std::move(completion)](HttpResponse response) {
-    postIfAlive(queue, [response = std::move(response), completion] {
-      if (response.transportError) {
-        log(LogLevel::warning, "user download got no answer: " + *response.transportError);
-        completion(std::nullopt);
-        return;
-      }
-      auto users = decodeJsonArray<NutritionUserResponse>(response.body);
-      if (!users.ok()) {
-        log(LogLevel::warning, "user answer does not decode: " + users.error().message);
-        completion(std::nullopt);
-        return;
-      }
-      completion(users->empty() ? std::nullopt : std::optional(users->front()));
-    });
-  });
+    std::function<void(std::optional<NutritionUserResponse>)> completion) const {
+  const BackendRequest request{
+      "GET",
+      "api/user",
+      {{"Language", std::string(config_.languageCode())}, {"UserId", userId}},
+      {}};
+  sendBackendRequest(
+      *http_, config_.mainURL, request,
+      [queue = queue_, completion = std::move(completion)](HttpResponse response) {
+        // The completion touches nothing of this service: it may outlive it.
+        postIfAlive(queue, [response = std::move(response), completion] {
+          if (response.transportError) {
+            log(LogLevel::warning, "user download got no answer: " + *response.transportError);
+            completion(std::nullopt);
+            return;
+          }
+          auto users = decodeJsonArray<NutritionUserResponse>(response.body);
+          if (!users.ok()) {
+            log(LogLevel::warning, "user answer does not decode: " + users.error().message);
+            completion(std::nullopt);
+            return;
+          }
+          completion(users->empty() ? std::nullopt : std::optional(users->front()));
+        });
+      });
 }
 
 }  // namespace nutrition

@@ -1,6 +1,7 @@
 #include "base/Log.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <mutex>
 #include <string>
 
@@ -34,6 +35,13 @@ LogSink setLogSink(LogSink sink) {
   std::lock_guard lock(sinkMutex());
   std::swap(currentSink(), sink);
   return sink;
+}
+
+void fatal(std::string_view message) {
+  log(LogLevel::error, message);
+  std::fprintf(stderr, "NutritionKit: fatal: %.*s\n", static_cast<int>(message.size()),
+               message.data());
+  std::abort();
 }
 
 }  // namespace nutrition

@@ -2,63 +2,54 @@
 
 #include <algorithm>
 
-#include "backend/BackendRequest.h"
-#include "base/SharedInstance.h"
-#include "platform/Platform.h"
-#include "session/NutritionAuth.h"
+#include "base/Url.h"
 
 namespace nutrition {
 
-NutritionSDKUtils& NutritionSDKUtils::sharedInstance() {
-  return SharedInstance<NutritionSDKUtils>::get(
-      [] { return new NutritionSDKUtils(*Platform::current()); });
-}
-
-NutritionSDKUtils::NutritionSDKUtils(const Platform& platform)
+NutritionSDKUtils::NutritionSDKUtils(const Platform& platform, std::string_view deviceLanguage)
     : userDefaults(platform.keyValueStores->suite(kUserDefaultsSuite)),
-      sdkLanguage(sdkLanguageForDeviceLanguage(platform.locale->languageCode())),
+      sdkLanguage(sdkLanguageForDeviceLanguage(deviceLanguage)),
+      http_(platform.http),
+      queue_(platform.mainQueue),
       images_(platform.documentsDirectory) {
   for (const Folder folder : kAllFolders)
     createFolder(folder);
 }
 
-bool NutritionSDKUtils::isProfileFilled() const {
+bool NutritionSDKUtils::isProfileFilled(std::string_view memberID) const {
   const auto members = userDefaults->getStringList(kProfileFilledKey);
-  if (!members) return false;
-  const std::string& member = NutritionAuth::sharedInstance().memberID;
-  return std::find(members->begin(), members->end(), member) != members->end();
+  return members && std::find(members->begin(), members->end(), memberID) != members->end();
 }
 
-void NutritionSDKUtils::setUserProfileAsFilled() {
+void NutritionSDKUtils::setUserProfileAsFilled(const std::string& memberID) {
   auto members =
       userDefaults->getStringList(kProfileFilledKey).value_or(std::vector<std::string>{});
-  members.push_back(NutritionAuth::sharedInstance().memberID);
+  members.push_back(memberID);
   userDefaults->set(kProfileFilledKey, std::move(members));
 }
 
 void NutritionSDKUtils::downloadImage(const std::string& url, Folder folder,
                                       std::function<void(std::optional<Image>)> completion) const {
-  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
-  getData(url, [url, folder, queue, completion = std::move(completion)](
-                   std::optional<std::string> data, std::optional<int>, std::optional<Error>) {
-    postIfAlive(queue, [url, folder, data = std::move(data), completion] {
+  getData(url, [this, url, folder, queue = queue_, alive = lifetime_.watch(),
+                completion = std::move(completion)](std::optional<std::string> data,
+                                                    std::optional<int>, std::optional<Error>) {
+    postIfAlive(queue, alive, [this, url, folder, data = std::move(data), completion] {
       if (!data || !looksLikeImage(*data)) {
         completion(std::nullopt);
         return;
       }
       Image image{std::vector<std::uint8_t>(data->begin(), data->end())};
-      NutritionSDKUtils::sharedInstance().writeImage(image, url, folder);
+      writeImage(image, url, folder);
       completion(std::move(image));
     });
   });
 }
 
-void NutritionSDKUtils::getData(const std::string& url, DataCompletion completion) {
+void NutritionSDKUtils::getData(const std::string& url, DataCompletion completion) const {
   if (!isWellFormedURL(url)) return;
   HttpRequest request;
   request.url = url;
-  Platform::current()->http->send(std::move(request), [completion = std::move(completion)](
-                                                          HttpResponse response) {
+  http_->send(std::move(request), [completion = std::move(completion)](HttpResponse response) {
     if (response.transportError) {
       completion(std::nullopt, std::nullopt, Error{ErrorCode::transport, *response.transportError});
     } else {

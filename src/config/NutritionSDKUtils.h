@@ -14,14 +14,13 @@
 
 #include "base/Color.h"
 #include "base/Image.h"
+#include "base/Lifetime.h"
 #include "base/Result.h"
 #include "config/ImageCache.h"
 #include "model/NutritionEnums.h"
-#include "platform/KeyValueStore.h"
+#include "platform/Platform.h"
 
 namespace nutrition {
-
-struct Platform;
 
 class NutritionSDKUtils {
  public:
@@ -33,8 +32,10 @@ class NutritionSDKUtils {
 
   static NutritionSDKUtils& sharedInstance();
 
-  // Creates the six local folders.
-  explicit NutritionSDKUtils(const Platform& platform);
+  // Takes the "nutritionSDK" suite, the HTTP client and main queue for image downloads and the
+  // documents folder from `platform`, starts in the language `deviceLanguage` maps to, and
+  // creates the six local folders.
+  NutritionSDKUtils(const Platform& platform, std::string_view deviceLanguage);
 
   std::optional<Color> navigationBarColor;
   std::optional<Color> navigationTintColor;
@@ -57,10 +58,10 @@ class NutritionSDKUtils {
   // The backend's code for the configured language ("es_ES", "en_EN", ...).
   std::string_view languageCode() const { return rawValue(sdkLanguage); }
 
-  // Whether the session's member is recorded as having filled in the profile.
-  bool isProfileFilled() const;
-  // Records the session's member (duplicates are kept).
-  void setUserProfileAsFilled();
+  // Whether `memberID` (the session's member) is recorded as having filled in the profile.
+  bool isProfileFilled(std::string_view memberID) const;
+  // Records `memberID` (duplicates are kept).
+  void setUserProfileAsFilled(const std::string& memberID);
 
   void createFolder(Folder folder) const { images_.createFolder(folder); }
   std::string getURLForFolder(Folder folder) const { return images_.folderURL(folder); }
@@ -74,7 +75,7 @@ class NutritionSDKUtils {
     return images_.read(url, folder);
   }
   // Downloads an image and caches it; the completion runs on the main queue with the image, or
-  // nothing when no image came.
+  // nothing when no whole image came.
   void downloadImage(const std::string& url, Folder folder,
                      std::function<void(std::optional<Image>)> completion) const;
 
@@ -82,14 +83,17 @@ class NutritionSDKUtils {
                                             std::optional<int> status, std::optional<Error>)>;
   // A plain GET; the completion runs on the HTTP client's thread. A string that is no URL
   // sends nothing.
-  static void getData(const std::string& url, DataCompletion completion);
+  void getData(const std::string& url, DataCompletion completion) const;
 
   // The supplement a bariatric diet (dietID 10 to 13) prescribes for an intake.
   static std::optional<std::string> getSuplementosForPhase(std::int64_t dietID,
                                                            std::int64_t intakeID);
 
  private:
+  std::shared_ptr<HttpClient> http_;
+  std::weak_ptr<MainQueue> queue_;
   ImageCache images_;
+  Lifetime lifetime_;
 };
 
 // The starting language for a device language code: en, pt, de, ca and it have their own;

@@ -9,18 +9,25 @@
 //   sdk.start("member-42", "app-id", "app-password");
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "base/Date.h"
+#include "model/NutritionDay.h"
 #include "model/NutritionEnums.h"
 #include "model/PublicProfile.h"
 
 namespace nutrition {
 
+class Core;
+
 class NutritionSDK {
  public:
   static NutritionSDK& sharedInstance();
+
+  // Forwards to the services of `core`.
+  explicit NutritionSDK(Core& core) : core_(core) {}
 
   // Session.
   void start(const std::string& memberId, const std::string& appID, const std::string& password);
@@ -65,9 +72,26 @@ class NutritionSDK {
                      std::int64_t activityLevel, std::optional<Date> operationDate,
                      bool generateMenu, bool needsWaitingScreens);
 
+  // Fasting: whether the member has a scheme (present and not 0), whether a fast is running,
+  // and the name of the current phase ("" when it has none).
+  bool hasIntermittentFasting() const;
+  bool isDoingIntermittentFasting() const;
+  std::string getIntermittentFastingPhase() const;
+
+  // Today's day of the menu, downloading the menu unless a processed one is held; on the main
+  // queue, with nothing when no day matches or no menu came.
+  void getTodayMenu(std::function<void(std::optional<NutritionDay>)> completion);
+  // Today's day of the menu already held, or an empty day.
+  NutritionDay getTodayMenu() const;
+  // Always 5, at once.
+  void getNumberOfIntakes(const std::function<void(std::int64_t)>& completion) const;
+
   // The last credentials start() or startSession() received.
   std::optional<std::string> app_id;
   std::optional<std::string> password;
+
+ private:
+  Core& core_;
 };
 
 }  // namespace nutrition

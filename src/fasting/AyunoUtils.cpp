@@ -3,25 +3,17 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 
+#include "base/Log.h"
 #include "base/Saturating.h"
-#include "base/SharedInstance.h"
 #include "model/ModelCodec.h"
-#include "platform/Platform.h"
 #include "session/NutritionAuth.h"
-#include "text/Localization.h"
 
 namespace nutrition {
 namespace {
 
 constexpr const char* kStartKey = NutritionAuth::kFastingStartKey;
 constexpr double kOneDay = 86400.0;
-
-double nowSeconds() {
-  return std::chrono::duration<double>(Platform::current()->clock->now().time_since_epoch())
-      .count();
-}
 
 // Stored instants are outside data: keep them within what a calendar can show.
 Date dateFromSeconds(double seconds) {
@@ -36,13 +28,15 @@ bool sameLocalDay(const LocalDateTime& a, const LocalDateTime& b) {
 
 }  // namespace
 
-AyunoUtils& AyunoUtils::shared() {
-  return SharedInstance<AyunoUtils>::get([] { return new AyunoUtils(*Platform::current()); });
-}
-
-AyunoUtils::AyunoUtils(const Platform& platform)
+AyunoUtils::AyunoUtils(const Platform& platform, const CurrentUserSource& user,
+                       const StringTables& strings)
     : center(platform.notifications),
-      preferences(platform.keyValueStores->suite(NutritionAuth::kFastingSuite)) {
+      preferences(platform.keyValueStores->suite(NutritionAuth::kFastingSuite)),
+      user_(user),
+      strings_(strings),
+      clock_(platform.clock),
+      calendar_(platform.calendar),
+      resources_(platform.resources) {
   loadPhases();
 }
 
@@ -54,7 +48,7 @@ std::optional<double> AyunoUtils::storedStart() const {
 }
 
 double AyunoUtils::fastingLength() const {
-  const auto& user = NutritionAuth::sharedInstance().currentUser;
+  const NutritionUser* user = user_.currentMember();
   if (!user || !user->intermittentFastingID) return 0;
   switch (*user->intermittentFastingID) {
     case 1:
@@ -69,7 +63,7 @@ double AyunoUtils::fastingLength() const {
 std::optional<std::int64_t> AyunoUtils::getCurrentTime() const {
   const auto start = storedStart();
   if (!start) return std::nullopt;
-  const double elapsed = nowSeconds() - *start;
+  const double elapsed = secondsSince1970(*clock_) - *start;
   if (!std::isfinite(elapsed)) return std::nullopt;
   return saturatingToInt64(elapsed);
 }
@@ -77,7 +71,7 @@ std::optional<std::int64_t> AyunoUtils::getCurrentTime() const {
 bool AyunoUtils::isFinished() const {
   const auto elapsed = getCurrentTime();
   if (!elapsed) return true;
-  const auto& user = NutritionAuth::sharedInstance().currentUser;
+  const NutritionUser* user = user_.currentMember();
   if (!user || !user->intermittentFastingID) return true;
   return double(*elapsed) / (fastingLength() + kOneDay) >= 1.0;
 }
@@ -101,12 +95,11 @@ std::string AyunoUtils::getCurrentTimeString() const {
 
 std::string AyunoUtils::dayAndTime(double seconds, const char* todayWord,
                                    const char* otherWord) const {
-  const auto platform = Platform::current();
-  const Calendar& calendar = *platform->calendar;
   const Date instant = dateFromSeconds(seconds);
-  const bool today = sameLocalDay(calendar.components(instant),
-                                  calendar.components(dateFromSeconds(nowSeconds())));
-  return localized(today ? todayWord : otherWord) + ", " + calendar.format(instant, "HH:mm");
+  const bool today =
+      sameLocalDay(calendar_->components(instant), calendar_->components(currentDate(*clock_)));
+  return strings_.localized(today ? todayWord : otherWord) + ", " +
+         calendar_->format(instant, "HH:mm");
 }
 
 std::string AyunoUtils::getStartTime() const {
@@ -143,9 +136,7 @@ AyunoPhase AyunoUtils::getCurrentPhase() const {
     index = 1;
   }
   if (index >= phases.size()) {
-    std::fprintf(stderr, "NutritionKit: the fasting phase table (fasesAyuno) has no row %zu\n",
-                 index);
-    std::abort();
+    fatal("the fasting phase table (fasesAyuno) has no row " + std::to_string(index));
   }
   return phases[index];
 }
@@ -154,24 +145,20 @@ void AyunoUtils::addAyunoNotification() {
   center->removePending(kNotificationId);
   const auto finish = getFinishTimeDate();
   if (!finish) return;
-  center->add(NotificationRequest{kNotificationId,
-                                  localized("Tu periodo de ayuno intermitente ha finalizado"),
-                                  Platform::current()->calendar->components(*finish)});
+  center->add(NotificationRequest{
+      kNotificationId, strings_.localized("Tu periodo de ayuno intermitente ha finalizado"),
+      calendar_->components(*finish)});
 }
 
 void AyunoUtils::loadPhases() {
-  const auto file = Platform::current()->resources->resource("fasesAyuno", "json");
+  const auto file = resources_->resource("fasesAyuno", "json");
   if (!file) return;
   auto decoded = decodeJsonArray<AyunoPhase>(*file);
-  if (!decoded.ok()) {
-    std::fprintf(stderr, "NutritionKit: fasesAyuno.json is malformed: %s\n",
-                 decoded.error().message.c_str());
-    std::abort();
-  }
+  if (!decoded.ok()) fatal("fasesAyuno.json is malformed: " + decoded.error().message);
   // The table is written in Spanish; its texts are keys of the strings table.
   for (auto& phase : *decoded) {
     for (auto* text : {&phase.name, &phase.timeInfo, &phase.helpText}) {
-      if (*text) *text = localized(**text);
+      if (*text) *text = strings_.localized(**text);
     }
   }
   phases = std::move(decoded).value();
@@ -179,7 +166,7 @@ void AyunoUtils::loadPhases() {
 
 bool AyunoUtils::startIfFinished() {
   if (!isFinished() || !preferences) return false;
-  preferences->set(kStartKey, nowSeconds());
+  preferences->set(kStartKey, secondsSince1970(*clock_));
   addAyunoNotification();
   return true;
 }

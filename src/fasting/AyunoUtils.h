@@ -13,14 +13,13 @@
 #include <string>
 #include <vector>
 
+#include "backend/RequestContext.h"
 #include "base/Date.h"
 #include "model/AyunoPhase.h"
-#include "platform/KeyValueStore.h"
-#include "platform/NotificationScheduler.h"
+#include "platform/Platform.h"
+#include "text/StringTables.h"
 
 namespace nutrition {
-
-struct Platform;
 
 class AyunoUtils {
  public:
@@ -28,7 +27,9 @@ class AyunoUtils {
 
   static AyunoUtils& shared();
 
-  explicit AyunoUtils(const Platform& platform);
+  // Takes the notification scheduler, the "NutritionPreferences" suite, the clock, the
+  // calendar and the phase table from `platform`; the scheme is `user`'s.
+  AyunoUtils(const Platform& platform, const CurrentUserSource& user, const StringTables& strings);
 
   std::shared_ptr<NotificationScheduler> center;
   std::vector<AyunoPhase> phases;
@@ -62,6 +63,12 @@ class AyunoUtils {
   std::optional<double> storedStart() const;
   double fastingLength() const;
   std::string dayAndTime(double seconds, const char* todayWord, const char* otherWord) const;
+
+  const CurrentUserSource& user_;
+  const StringTables& strings_;
+  std::shared_ptr<const Clock> clock_;
+  std::shared_ptr<const Calendar> calendar_;
+  std::shared_ptr<const ResourceBundle> resources_;
 };
 
 }  // namespace nutrition

@@ -10,6 +10,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -101,6 +102,28 @@ ReadStatus read(od::value& value, std::vector<T>& out, ReadFailure& failure);
 
 template <JsonRecord T>
 ReadStatus read(od::value& value, T& out, ReadFailure& failure);
+
+template <class T>
+ReadStatus read(od::value& value, std::map<std::string, T, std::less<>>& out,
+                ReadFailure& failure) {
+  od::object object;
+  if (!check(failure, value.get_object().get(object))) return false;
+  out.clear();
+  for (auto entry : object) {
+    od::field member;
+    if (!check(failure, std::move(entry).get(member))) return false;
+    std::string_view key;
+    if (!check(failure, member.unescaped_key().get(key))) return false;
+    std::string name(key);
+    T decoded{};
+    if (!read(member.value(), decoded, failure)) {
+      prependPath(failure, name);
+      return false;
+    }
+    out.insert_or_assign(std::move(name), std::move(decoded));
+  }
+  return true;
+}
 
 template <class T>
 ReadStatus read(od::value& value, std::vector<T>& out, ReadFailure& failure) {

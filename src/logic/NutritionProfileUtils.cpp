@@ -4,15 +4,9 @@
 #include <charconv>
 
 #include "base/Log.h"
-#include "base/SharedInstance.h"
-#include "logic/NutritionUtils.h"
-#include "session/NutritionAuth.h"
 
 namespace nutrition {
 namespace {
-
-constexpr std::int64_t kLunch = 3;
-constexpr std::int64_t kDinner = 5;
 
 // A base-10 integer with an optional sign and nothing else, within range.
 std::optional<std::int64_t> parseInteger(const std::string& text) {
@@ -44,12 +38,8 @@ std::optional<std::vector<std::int64_t>> dishesOf(const NutritionUser& user, std
 
 }  // namespace
 
-NutritionProfileUtils& NutritionProfileUtils::sharedInstance() {
-  return SharedInstance<NutritionProfileUtils>::get([] { return new NutritionProfileUtils; });
-}
-
 void NutritionProfileUtils::updateUserField(std::string_view field, const AnyValue& value) {
-  auto& current = NutritionAuth::sharedInstance().currentUser;
+  auto& current = session_.currentUser;
   if (!current) return;
   NutritionUser& user = *current;
 
@@ -93,16 +83,17 @@ void NutritionProfileUtils::updateUserField(std::string_view field, const AnyVal
     // Lunch and dinner come with their courses from "lunchDishes" and "dinnerDishes".
     user.selectedIntakes = std::vector<SelectedIntake>{};
     for (const auto intake : *list) {
-      if (intake == kLunch || intake == kDinner) continue;
+      if (intake == kLunchIntake || intake == kDinnerIntake) continue;
       user.selectedIntakes->push_back(SelectedIntake{intake, std::vector<std::int64_t>{1}});
     }
   } else if (field == "distributionByIntakeID") {
     user.selectedIntakes = std::vector<SelectedIntake>{};
     user.distributionByIntakeID = value.integer();
     if (!user.distributionByIntakeID) return;
-    NutritionUtils::sharedInstance().getDistributionByID(
-        *user.distributionByIntakeID, [](std::optional<NutritionDistribution> distribution) {
-          auto& edited = NutritionAuth::sharedInstance().currentUser;
+    utils_.getDistributionByID(
+        *user.distributionByIntakeID,
+        [&session = session_](std::optional<NutritionDistribution> distribution) {
+          auto& edited = session.currentUser;
           if (!distribution || !edited || !edited->selectedIntakes) return;
           const auto intakes = distribution->getSelectedIntakeForDistribution();
           edited->selectedIntakes->insert(edited->selectedIntakes->end(), intakes.begin(),
@@ -110,15 +101,15 @@ void NutritionProfileUtils::updateUserField(std::string_view field, const AnyVal
         });
   } else if (field == "dinnerDishes" || field == "lunchDishes") {
     if (!user.selectedIntakes) return;
-    const std::int64_t intake = field == "dinnerDishes" ? kDinner : kLunch;
+    const std::int64_t intake = field == "dinnerDishes" ? kDinnerIntake : kLunchIntake;
     user.selectedIntakes->push_back(SelectedIntake{intake, value.integerList()});
   } else {
-    log(LogLevel::debug, "");
+    log(LogLevel::debug, "no profile field is called '" + std::string(field) + "'");
   }
 }
 
 AnyValue NutritionProfileUtils::getValueForField(std::string_view field) const {
-  const auto& current = NutritionAuth::sharedInstance().currentUser;
+  const auto& current = session_.currentUser;
   if (!current) return {};
   const NutritionUser& user = *current;
   const auto integer = [](const std::optional<std::int64_t>& value) {
@@ -153,8 +144,8 @@ AnyValue NutritionProfileUtils::getValueForField(std::string_view field) const {
     return AnyValue(intakes);
   }
   if (field == "distributionByIntakeID") return integer(user.distributionByIntakeID);
-  if (field == "dinnerDishes") return list(dishesOf(user, kDinner));
-  if (field == "lunchDishes") return list(dishesOf(user, kLunch));
+  if (field == "dinnerDishes") return list(dishesOf(user, kDinnerIntake));
+  if (field == "lunchDishes") return list(dishesOf(user, kLunchIntake));
   return {};
 }
 

@@ -6,12 +6,18 @@
 #include <string_view>
 
 #include "logic/AnyValue.h"
+#include "logic/NutritionUtils.h"
+#include "session/NutritionAuth.h"
 
 namespace nutrition {
 
 class NutritionProfileUtils {
  public:
   static NutritionProfileUtils& sharedInstance();
+
+  // Edits `session`'s current user; distributions come from `utils`.
+  NutritionProfileUtils(NutritionAuth& session, NutritionUtils& utils)
+      : session_(session), utils_(utils) {}
 
   // Field names, matched in this order: "dateOfBirth", "height" (a text), "desiredBalanceID",
   // "excludedAliment", "preferences", "difficulty", "intollerance" (appended to preferences),
@@ -24,6 +30,10 @@ class NutritionProfileUtils {
   // The field's current value, in the type updateUserField expects; nothing without a member
   // or for an unknown name.
   AnyValue getValueForField(std::string_view field) const;
+
+ private:
+  NutritionAuth& session_;
+  NutritionUtils& utils_;
 };
 
 }  // namespace nutrition

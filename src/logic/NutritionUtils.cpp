@@ -1,18 +1,12 @@
 #include "logic/NutritionUtils.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
+#include <cmath>
 
-#include "backend/DataServiceNutrition.h"
 #include "base/Log.h"
-#include "base/SharedInstance.h"
-#include "config/NutritionSDKUtils.h"
 #include "logic/MenuDay.h"
 #include "model/ModelCodec.h"
-#include "platform/Platform.h"
 #include "session/NutritionAuth.h"
-#include "text/Localization.h"
 
 namespace nutrition {
 namespace {
@@ -22,9 +16,7 @@ template <class T>
 std::vector<T> decodeShipped(std::string_view name, const std::string& json) {
   auto decoded = decodeJsonArray<T>(json);
   if (!decoded.ok()) {
-    std::fprintf(stderr, "NutritionKit: resource %.*s is malformed: %s\n", int(name.size()),
-                 name.data(), decoded.error().message.c_str());
-    std::abort();
+    fatal("resource " + std::string(name) + " is malformed: " + decoded.error().message);
   }
   return std::move(decoded).value();
 }
@@ -35,35 +27,6 @@ std::optional<NutritionDay> dayOf(const NutritionMenu& menu, std::int64_t number
     if (day.day == number) return day;
   }
   return std::nullopt;
-}
-
-// Runs `completion` on the main queue, whichever thread the answer came on.
-template <class T>
-BackendCompletion<T> onMain(std::function<void(std::optional<T>)> completion) {
-  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
-  return [queue, completion = std::move(completion)](std::optional<Error> error,
-                                                     std::optional<T> value) {
-    if (error) {
-      postIfAlive(queue, [completion] { completion(std::nullopt); });
-    } else {
-      completion(std::move(value));
-    }
-  };
-}
-
-template <class T, class Fetch>
-void cachedOrDownloaded(std::optional<std::vector<T>> NutritionUtils::*field, Fetch fetch,
-                        NutritionUtils::Completion<std::vector<T>> completion) {
-  auto& utils = NutritionUtils::sharedInstance();
-  if (utils.*field) {
-    completion(utils.*field);
-    return;
-  }
-  (DataServiceNutrition::sharedInstance().*fetch)(onMain<std::vector<T>>(
-      [field, completion = std::move(completion)](std::optional<std::vector<T>> list) {
-        if (list) NutritionUtils::sharedInstance().*field = list;
-        completion(std::move(list));
-      }));
 }
 
 // A catalogue completion that hands `completion` one answer per entry (title = name,
@@ -77,6 +40,7 @@ auto answering(NutritionUtils::Completion<std::vector<QuestionaryAnswer>> comple
         if (!list) return completion(std::nullopt);
         adjust(*list);
         std::vector<QuestionaryAnswer> answers;
+        answers.reserve(list->size());
         for (const auto& entry : *list)
           answers.push_back({entry.*name, entry.*id, false});
         completion(std::move(answers));
@@ -91,20 +55,51 @@ auto answering(NutritionUtils::Completion<std::vector<QuestionaryAnswer>> comple
 
 }  // namespace
 
-NutritionUtils& NutritionUtils::sharedInstance() {
-  return SharedInstance<NutritionUtils>::get([] { return new NutritionUtils; });
+NutritionUtils::NutritionUtils(const Platform& platform, const DataServiceNutrition& service,
+                               const CurrentUserSource& user, const NutritionSDKUtils& config,
+                               const StringTables& strings)
+    : service_(service),
+      user_(user),
+      config_(config),
+      strings_(strings),
+      clock_(platform.clock),
+      calendar_(platform.calendar),
+      standard_(platform.keyValueStores->standard()),
+      resources_(platform.resources),
+      queue_(platform.mainQueue) {
+  service_.getMyFavoriteDishes(
+      onMain<std::vector<NutritionDish>>([this](std::optional<std::vector<NutritionDish>> dishes) {
+        if (dishes) setFavoriteDishes(std::move(*dishes));
+      }));
+  service_.getExcludedAliments(onMain<std::vector<NutritionExcluded>>(
+      [this](std::optional<std::vector<NutritionExcluded>> list) {
+        if (list && !excludedAliments) excludedAliments = std::move(list);
+      }));
 }
 
-NutritionUtils::NutritionUtils() {
-  auto& service = DataServiceNutrition::sharedInstance();
-  service.getMyFavoriteDishes(
-      onMain<std::vector<NutritionDish>>([](std::optional<std::vector<NutritionDish>> dishes) {
-        if (dishes) NutritionUtils::sharedInstance().setFavoriteDishes(std::move(*dishes));
-      }));
-  service.getExcludedAliments(onMain<std::vector<NutritionExcluded>>(
-      [](std::optional<std::vector<NutritionExcluded>> list) {
-        auto& utils = NutritionUtils::sharedInstance();
-        if (list && !utils.excludedAliments) utils.excludedAliments = std::move(list);
+template <class T>
+BackendCompletion<T> NutritionUtils::onMain(Completion<T> completion) const {
+  return [queue = queue_, alive = lifetime_.watch(), completion = std::move(completion)](
+             std::optional<Error> error, std::optional<T> value) {
+    if (error) {
+      postIfAlive(queue, alive, [completion] { completion(std::nullopt); });
+    } else if (!alive.expired()) {
+      completion(std::move(value));
+    }
+  };
+}
+
+template <class T, class Fetch>
+void NutritionUtils::cachedOrDownloaded(std::optional<std::vector<T>> NutritionUtils::*field,
+                                        Fetch fetch, Completion<std::vector<T>> completion) {
+  if (this->*field) {
+    completion(this->*field);
+    return;
+  }
+  (service_.*fetch)(onMain<std::vector<T>>(
+      [this, field, completion = std::move(completion)](std::optional<std::vector<T>> list) {
+        if (list) this->*field = list;
+        completion(std::move(list));
       }));
 }
 
@@ -119,10 +114,8 @@ void NutritionUtils::setFavoriteDishes(std::vector<NutritionDish> dishes) {
   favoriteDishes = std::move(dishes);
 }
 
-std::int64_t NutritionUtils::todayDayNumber() {
-  const auto platform = Platform::current();
-  return menuDayNumber(std::chrono::floor<std::chrono::seconds>(platform->clock->now()),
-                       *platform->calendar);
+std::int64_t NutritionUtils::todayDayNumber() const {
+  return menuDayNumber(currentDate(*clock_), *calendar_);
 }
 
 NutritionDay NutritionUtils::getTodayMenu() const {
@@ -142,15 +135,16 @@ void NutritionUtils::getTodayMenu(Completion<NutritionDay> completion) {
 }
 
 void NutritionUtils::downloadMenu(Completion<NutritionMenu> completion) {
-  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
-  DataServiceNutrition::sharedInstance().getWeeklyIAMenu(
-      [queue, completion = std::move(completion)](std::optional<Error> error,
-                                                  std::optional<NutritionMenu> menu) {
+  // Without any answer the held menu stays; an answer replaces it, even with nothing.
+  service_.getWeeklyIAMenu(
+      [this, queue = queue_, alive = lifetime_.watch(), completion = std::move(completion)](
+          std::optional<Error> error, std::optional<NutritionMenu> menu) {
         if (error) {
-          postIfAlive(queue, [completion] { completion(std::nullopt); });
+          postIfAlive(queue, alive, [completion] { completion(std::nullopt); });
           return;
         }
-        NutritionUtils::sharedInstance().weeklyMenu = menu;
+        if (alive.expired()) return;
+        weeklyMenu = menu;
         completion(std::move(menu));
       });
 }
@@ -213,19 +207,18 @@ void NutritionUtils::getDistributionByID(std::int64_t id,
 
 void NutritionUtils::getAlternativeDish(std::int64_t dishOrder,
                                         Completion<NutritionDish> completion) {
-  DataServiceNutrition::sharedInstance().getAlternativeDish(
-      dishOrder, onMain<NutritionMenu>([dishOrder, completion = std::move(completion)](
+  service_.getAlternativeDish(
+      dishOrder, onMain<NutritionMenu>([this, dishOrder, completion = std::move(completion)](
                                            std::optional<NutritionMenu> menu) {
-        auto& utils = NutritionUtils::sharedInstance();
         if (!menu) {
           completion(std::nullopt);
           return;
         }
-        utils.weeklyMenu = menu;
-        const auto day = dayOf(*menu, utils.selectedDay.value_or(0));
+        weeklyMenu = menu;
+        const auto day = dayOf(*menu, selectedDay.value_or(0));
         for (const auto& intake : day ? day->intakes.value_or(std::vector<NutritionIntake>{})
                                       : std::vector<NutritionIntake>{}) {
-          if (intake.intakeId != utils.selectedIntake || !intake.dishes) continue;
+          if (intake.intakeId != selectedIntake || !intake.dishes) continue;
           for (const auto& dish : *intake.dishes) {
             if (dish.dishOrderID == dishOrder) {
               completion(dish);
@@ -241,41 +234,38 @@ void NutritionUtils::addFavoriteDish(const NutritionDish& dish,
                                      Completion<std::vector<NutritionDish>> completion) {
   NutritionFavoriteDishPost favorite;
   favorite.dish = dish;
-  if (const auto& user = NutritionAuth::sharedInstance().currentUser)
-    favorite.userId = user->userID;
-  DataServiceNutrition::sharedInstance().addFavoriteDish(
-      favorite, onMain<std::vector<NutritionFavoriteDishPost>>(
-                    [completion = std::move(completion)](
-                        std::optional<std::vector<NutritionFavoriteDishPost>> answer) {
-                      if (!answer) {
-                        completion(std::nullopt);
-                        return;
-                      }
-                      std::vector<NutritionDish> dishes;
-                      for (const auto& post : *answer) {
-                        if (post.dish) dishes.push_back(*post.dish);
-                      }
-                      auto& utils = NutritionUtils::sharedInstance();
-                      utils.setFavoriteDishes(dishes);
-                      completion(utils.favoriteDishes);
-                    }));
+  if (const NutritionUser* user = user_.currentMember()) favorite.userId = user->userID;
+  service_.addFavoriteDish(favorite,
+                           onMain<std::vector<NutritionFavoriteDishPost>>(
+                               [this, completion = std::move(completion)](
+                                   std::optional<std::vector<NutritionFavoriteDishPost>> answer) {
+                                 if (!answer) {
+                                   completion(std::nullopt);
+                                   return;
+                                 }
+                                 std::vector<NutritionDish> dishes;
+                                 for (const auto& post : *answer) {
+                                   if (post.dish) dishes.push_back(*post.dish);
+                                 }
+                                 setFavoriteDishes(dishes);
+                                 completion(favoriteDishes);
+                               }));
 }
 
 void NutritionUtils::removeFavoriteDish(std::int64_t dishID,
                                         Completion<std::vector<NutritionDish>> completion) {
-  DataServiceNutrition::sharedInstance().removeFavoriteDish(
+  service_.removeFavoriteDish(
       dishID, onMain<std::vector<NutritionFavoriteDishesGet>>(
-                  [completion = std::move(completion)](
+                  [this, completion = std::move(completion)](
                       std::optional<std::vector<NutritionFavoriteDishesGet>> answer) {
                     if (!answer) {
                       completion(std::nullopt);
                       return;
                     }
-                    auto& utils = NutritionUtils::sharedInstance();
-                    utils.setFavoriteDishes(answer->empty() ? std::vector<NutritionDish>{}
-                                                            : answer->front().dishes.value_or(
-                                                                  std::vector<NutritionDish>{}));
-                    completion(utils.favoriteDishes);
+                    setFavoriteDishes(answer->empty() ? std::vector<NutritionDish>{}
+                                                      : answer->front().dishes.value_or(
+                                                            std::vector<NutritionDish>{}));
+                    completion(favoriteDishes);
                   }));
 }
 
@@ -327,51 +317,49 @@ void NutritionUtils::getAnswersFor(std::string_view field,
     getDishOrders(answering(completion, &NutritionDishOrder::dishOrderName,
                             &NutritionDishOrder::dishOrderID));
   } else if (field == "difficulty") {
-    completion(std::vector<QuestionaryAnswer>{{localized("Fácil"), 1, false},
-                                              {localized("Intermedia"), 2, false},
-                                              {localized("Elaborada"), 3, false}});
+    completion(std::vector<QuestionaryAnswer>{{strings_.localized("Fácil"), 1, false},
+                                              {strings_.localized("Intermedia"), 2, false},
+                                              {strings_.localized("Elaborada"), 3, false}});
   } else {
     completion(std::nullopt);
   }
 }
 
 bool NutritionUtils::canViewMenu() const {
-  if (!NutritionSDKUtils::sharedInstance().showWaitingScreens) return true;
-  const auto platform = Platform::current();
-  auto standard = platform->keyValueStores->standard();
-  const auto hold = standard->getDouble(NutritionAuth::kHoldMenuTimerKey);
+  if (!config_.showWaitingScreens) return true;
+  const auto hold = standard_->getDouble(NutritionAuth::kHoldMenuTimerKey);
   if (!hold) return true;
-  const double now =
-      std::chrono::duration<double>(platform->clock->now().time_since_epoch()).count();
-  if (!(*hold < now)) return false;
-  standard->remove(NutritionAuth::kHoldMenuTimerKey);
+  const double now = secondsSince1970(*clock_);
+  // A profile change holds the menu for a few seconds; allow a minute of clock change on top.
+  constexpr double kLongestHold = NutritionAuth::kMenuHoldSeconds + 60.0;
+  const bool stale = !std::isfinite(*hold) || *hold > now + kLongestHold;
+  if (stale) log(LogLevel::warning, "releasing a menu hold that no profile change set");
+  if (!stale && !(*hold < now)) return false;
+  standard_->remove(NutritionAuth::kHoldMenuTimerKey);
   return true;
 }
 
-std::vector<WaitScreen> NutritionUtils::getWaitScreens() {
-  const auto file = Platform::current()->resources->resource("wait_screens", "json");
+std::vector<WaitScreen> NutritionUtils::getWaitScreens() const {
+  const auto file = resources_->resource("wait_screens", "json");
   if (!file) return {};
   return decodeShipped<WaitScreen>("wait_screens.json", *file);
 }
 
-std::optional<std::vector<HealthProfilePage>> NutritionUtils::getProfileQuestionary() {
-  const auto& config = NutritionSDKUtils::sharedInstance();
-  const char* name = config.showExcludedAliments ? "profileWithExcluded" : "profileWithoutExcluded";
-  const auto file = Platform::current()->resources->resource(name, "json");
+std::optional<std::vector<HealthProfilePage>> NutritionUtils::getProfileQuestionary() const {
+  const char* name =
+      config_.showExcludedAliments ? "profileWithExcluded" : "profileWithoutExcluded";
+  const auto file = resources_->resource(name, "json");
   if (!file) return std::nullopt;
   auto pages = decodeShipped<HealthProfilePage>(name, *file);
-  if (config.isShort) {
-    if (pages.empty()) {
-      std::fprintf(stderr, "NutritionKit: the short questionnaire needs at least one page\n");
-      std::abort();
-    }
+  if (config_.isShort) {
+    if (pages.empty()) fatal("the short questionnaire needs at least one page");
     pages.erase(pages.begin());
   }
   return pages;
 }
 
-std::vector<AlertItem> NutritionUtils::getInfoFile(std::string_view name) {
-  const auto file = Platform::current()->resources->resource(name, "json");
+std::vector<AlertItem> NutritionUtils::getInfoFile(std::string_view name) const {
+  const auto file = resources_->resource(name, "json");
   if (!file) return {};
   return decodeShipped<AlertItem>(name, *file);
 }

@@ -5,16 +5,21 @@
 // the shipped waiting screens, questionnaire pages and information files.
 //
 // Touched on the main queue only: answers are stored there, and completions run there.
-// On creation it asks the backend for the member's favourites and the excluded-aliment
-// catalogue.
+// Making it asks the backend for the member's favourites and the excluded-aliment catalogue;
+// the core makes it the first time something needs it.
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "backend/DataServiceNutrition.h"
+#include "backend/RequestContext.h"
+#include "base/Lifetime.h"
+#include "config/NutritionSDKUtils.h"
 #include "model/AlertItem.h"
 #include "model/HealthProfile.h"
 #include "model/NutritionCatalogues.h"
@@ -22,6 +27,8 @@
 #include "model/NutritionMenu.h"
 #include "model/NutritionPreference.h"
 #include "model/WaitScreen.h"
+#include "platform/Platform.h"
+#include "text/StringTables.h"
 
 namespace nutrition {
 
@@ -32,7 +39,10 @@ class NutritionUtils {
 
   static NutritionUtils& sharedInstance();
 
-  NutritionUtils();
+  // Sends the two creation requests at once.
+  NutritionUtils(const Platform& platform, const DataServiceNutrition& service,
+                 const CurrentUserSource& user, const NutritionSDKUtils& config,
+                 const StringTables& strings);
 
   std::optional<NutritionMenu> weeklyMenu;
   // One single-dish intake per favourite dish, in order, named after the dish: what a
@@ -54,7 +64,7 @@ class NutritionUtils {
   bool isEmbedViewController = false;
 
   // Today's number in the menu: 1 = Monday ... 7 = Sunday, in the device's calendar.
-  static std::int64_t todayDayNumber();
+  std::int64_t todayDayNumber() const;
   // Today's day of the held menu, or an empty day.
   NutritionDay getTodayMenu() const;
   // Today's day, downloading the menu unless a processed one is held.
@@ -83,17 +93,37 @@ class NutritionUtils {
   void getAnswersFor(std::string_view field, Completion<std::vector<QuestionaryAnswer>> completion);
 
   // False while the menu screens should still wait for a menu being built after a profile
-  // change ("hold_menu_timer" in the future).
+  // change ("hold_menu_timer" in the future). A hold further ahead than a profile change ever
+  // sets, or not a finite number, is corrupt: it is removed and the menu shown.
   bool canViewMenu() const;
 
-  static std::vector<WaitScreen> getWaitScreens();
+  std::vector<WaitScreen> getWaitScreens() const;
   // The questionnaire file chosen by showExcludedAliments, without its first page when the
   // short profile is configured; nothing when the file is not there.
-  static std::optional<std::vector<HealthProfilePage>> getProfileQuestionary();
-  static std::vector<AlertItem> getInfoFile(std::string_view name);
+  std::optional<std::vector<HealthProfilePage>> getProfileQuestionary() const;
+  std::vector<AlertItem> getInfoFile(std::string_view name) const;
 
  private:
   void setFavoriteDishes(std::vector<NutritionDish> dishes);
+  // Turns a REST completion into one that runs on the main queue while this holder exists,
+  // with no value for a transport error.
+  template <class T>
+  BackendCompletion<T> onMain(Completion<T> completion) const;
+  // The catalogue held in `field`, or downloaded with `fetch` and then held.
+  template <class T, class Fetch>
+  void cachedOrDownloaded(std::optional<std::vector<T>> NutritionUtils::*field, Fetch fetch,
+                          Completion<std::vector<T>> completion);
+
+  const DataServiceNutrition& service_;
+  const CurrentUserSource& user_;
+  const NutritionSDKUtils& config_;
+  const StringTables& strings_;
+  std::shared_ptr<const Clock> clock_;
+  std::shared_ptr<const Calendar> calendar_;
+  std::shared_ptr<KeyValueStore> standard_;
+  std::shared_ptr<const ResourceBundle> resources_;
+  std::weak_ptr<MainQueue> queue_;
+  Lifetime lifetime_;
 };
 
 }  // namespace nutrition

@@ -6,17 +6,12 @@
 
 #include "base/Saturating.h"
 #include "platform/Calendar.h"
-#include "platform/Platform.h"
 
 namespace nutrition {
 namespace {
 
 bool isMale(const NutritionUser& user) {
   return user.gender == NutritionGender::male;
-}
-
-Date currentDate(const Platform& platform) {
-  return std::chrono::floor<std::chrono::seconds>(platform.clock->now());
 }
 
 }  // namespace
@@ -84,11 +79,6 @@ double NutritionUser::getActivityNumber() const {
   }
 }
 
-double NutritionUser::getYearsFactor() const {
-  const auto platform = Platform::current();
-  return getYearsFactor(currentDate(*platform), *platform->calendar);
-}
-
 double NutritionUser::getYearsFactor(Date now, const Calendar& calendar) const {
   const std::int64_t age = calendar.yearsBetween(dateOfBirth.value_or(now), now);
   if (age <= 40) return 1.0;
@@ -96,11 +86,6 @@ double NutritionUser::getYearsFactor(Date now, const Calendar& calendar) const {
   if (age <= 60) return 0.9;
   if (age <= 70) return 0.8;
   return 0.7;
-}
-
-double NutritionUser::getKcalForDiet() const {
-  const auto platform = Platform::current();
-  return getKcalForDiet(currentDate(*platform), *platform->calendar);
 }
 
 double NutritionUser::getKcalForDiet(Date now, const Calendar& calendar) const {
@@ -120,9 +105,9 @@ double NutritionUser::getKcalForDiet(Date now, const Calendar& calendar) const {
   }
 }
 
-void NutritionUser::setTargetWeightAndDailyKcal() {
+void NutritionUser::setTargetWeightAndDailyKcal(Date now, const Calendar& calendar) {
   targetWeight = saturatingToInt64(getIdealWeight());
-  dailyKcal = getKcalForDiet();
+  dailyKcal = getKcalForDiet(now, calendar);
 }
 
 void NutritionUser::updateDistributionForIntakes() {
@@ -157,11 +142,6 @@ void NutritionUser::updateDistributionForIntakes() {
       return;
     }
   }
-}
-
-BariatricoPhase NutritionUser::getPhaseForOperationDate(Date date) const {
-  const auto platform = Platform::current();
-  return getPhaseForOperationDate(date, currentDate(*platform), *platform->calendar);
 }
 
 BariatricoPhase NutritionUser::getPhaseForOperationDate(Date date, Date now,

@@ -57,25 +57,22 @@ struct NutritionUser {
 
   bool operator==(const NutritionUser&) const = default;
 
-  // Ideal weight in kg by height and sex (Lorentz-style linear rule).
+  // Ideal weight in kg by height and sex (a linear rule from 150 cm).
   double getIdealWeight() const;
   // Weight of an ideal body-mass index (22 male, 21 otherwise) in kg.
   double getIdealWeightKcal() const;
   // Kilocalories per kilogram for the activity level.
   double getActivityNumber() const;
-  // Age correction of the energy need; reads the installed platform's clock and calendar.
-  double getYearsFactor() const;
+  // Age correction of the energy need: whole years of age at `now` in `calendar`.
   double getYearsFactor(Date now, const Calendar& calendar) const;
   // Daily energy need (kcal) for the weight goal.
-  double getKcalForDiet() const;
   double getKcalForDiet(Date now, const Calendar& calendar) const;
   // Sets the target weight (ideal weight truncated) and the daily energy, as saving the
   // questionnaire's last page does.
-  void setTargetWeightAndDailyKcal();
+  void setTargetWeightAndDailyKcal(Date now, const Calendar& calendar);
   // Picks the intake distribution that matches the selected intakes.
   void updateDistributionForIntakes();
-  // The bariatric phase reached `date` (the operation) to now.
-  BariatricoPhase getPhaseForOperationDate(Date date) const;
+  // The bariatric phase reached from `date` (the operation) to `now`: whole days in `calendar`.
   static BariatricoPhase getPhaseForOperationDate(Date date, Date now, const Calendar& calendar);
 
   static constexpr auto jsonFields() {

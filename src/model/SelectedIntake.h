@@ -10,6 +10,11 @@
 
 namespace nutrition {
 
+// Intake numbers with a rule of their own: lunch and dinner take their courses from the
+// questionnaire's "lunchDishes" and "dinnerDishes" answers.
+inline constexpr std::int64_t kLunchIntake = 3;
+inline constexpr std::int64_t kDinnerIntake = 5;
+
 struct SelectedIntake {
   std::optional<std::int64_t> intake;
   std::optional<std::vector<std::int64_t>> dishes;

@@ -33,6 +33,14 @@ inline void postIfAlive(const std::weak_ptr<MainQueue>& queue, MainQueue::Task t
   if (auto alive = queue.lock()) alive->post(std::move(task));
 }
 
+// As above, and the task runs only if `owner` (a Lifetime's watch) still exists by then.
+inline void postIfAlive(const std::weak_ptr<MainQueue>& queue, std::weak_ptr<const void> owner,
+                        MainQueue::Task task) {
+  postIfAlive(queue, [owner = std::move(owner), task = std::move(task)] {
+    if (!owner.expired()) task();
+  });
+}
+
 // A main queue that runs only when asked: tests drain it, and the Linux event loop runs it.
 // Delayed tasks are due on the time of a clock it is given, so a test that advances a fake
 // clock fast-forwards timers without sleeping.

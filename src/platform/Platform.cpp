@@ -1,5 +1,6 @@
 #include "platform/Platform.h"
 
+#include <atomic>
 #include <filesystem>
 #include <mutex>
 #include <system_error>
@@ -17,6 +18,31 @@ std::shared_ptr<const Platform>& installed() {
   return platform;
 }
 
+std::atomic<void (*)()> installObserver{nullptr};
+
+// Fills each empty member of `platform` from `defaults`.
+std::shared_ptr<const Platform> completed(const std::shared_ptr<const Platform>& platform) {
+  auto filled = Platform::portableDefaults();
+  if (!platform) return filled;
+  auto complete = std::make_shared<Platform>(*platform);
+  const auto fill = [](auto& member, const auto& fallback) {
+    if (!member) member = fallback;
+  };
+  fill(complete->clock, filled->clock);
+  fill(complete->calendar, filled->calendar);
+  fill(complete->keyValueStores, filled->keyValueStores);
+  fill(complete->locale, filled->locale);
+  fill(complete->http, filled->http);
+  fill(complete->mainQueue, filled->mainQueue);
+  fill(complete->resources, filled->resources);
+  fill(complete->notifications, filled->notifications);
+  fill(complete->fonts, filled->fonts);
+  if (complete->documentsDirectory.empty()) {
+    complete->documentsDirectory = filled->documentsDirectory;
+  }
+  return complete;
+}
+
 }  // namespace
 
 std::shared_ptr<Platform> Platform::portableDefaults() {
@@ -29,6 +55,7 @@ std::shared_ptr<Platform> Platform::portableDefaults() {
   platform->mainQueue = std::make_shared<ManualMainQueue>(platform->clock);
   platform->resources = std::make_shared<EmptyResourceBundle>();
   platform->notifications = std::make_shared<InMemoryNotificationScheduler>();
+  platform->fonts = std::make_shared<InMemoryFontRegistry>();
   std::error_code error;
   const auto temporary = std::filesystem::temp_directory_path(error);
   platform->documentsDirectory =
@@ -42,30 +69,17 @@ std::shared_ptr<const Platform> Platform::current() {
 }
 
 std::shared_ptr<const Platform> Platform::install(std::shared_ptr<const Platform> platform) {
-  const bool complete = platform && platform->clock && platform->calendar &&
-                        platform->keyValueStores && platform->locale && platform->http &&
-                        platform->mainQueue && platform->resources && platform->notifications &&
-                        !platform->documentsDirectory.empty();
-  if (!complete) {
-    auto filled = portableDefaults();
-    if (platform) {
-      if (platform->clock) filled->clock = platform->clock;
-      if (platform->calendar) filled->calendar = platform->calendar;
-      if (platform->keyValueStores) filled->keyValueStores = platform->keyValueStores;
-      if (platform->locale) filled->locale = platform->locale;
-      if (platform->http) filled->http = platform->http;
-      if (platform->mainQueue) filled->mainQueue = platform->mainQueue;
-      if (platform->resources) filled->resources = platform->resources;
-      if (platform->notifications) filled->notifications = platform->notifications;
-      if (!platform->documentsDirectory.empty()) {
-        filled->documentsDirectory = platform->documentsDirectory;
-      }
-    }
-    platform = std::move(filled);
+  platform = completed(platform);
+  {
+    std::lock_guard lock(platformMutex());
+    std::swap(installed(), platform);
   }
-  std::lock_guard lock(platformMutex());
-  std::swap(installed(), platform);
+  if (auto* observer = installObserver.load()) observer();
   return platform;
+}
+
+void Platform::setInstallObserver(void (*observer)()) {
+  installObserver.store(observer);
 }
 
 }  // namespace nutrition

@@ -3,7 +3,11 @@
 // (the Linux command line, the iOS framework) installs its own at start; tests install fakes
 // and restore the previous bundle. Until one is installed, portable defaults apply: the system
 // clock, UTC, in-memory stores, no device language, no network, a main queue that runs only
-// when drained, no resources and a documents folder under the temporary directory.
+// when drained, no resources, fonts only remembered and a documents folder under the
+// temporary directory.
+//
+// The core is built from the installed bundle (facade/Core.h); installing another one discards
+// everything built from the old one.
 
 #include <memory>
 #include <string>
@@ -11,6 +15,7 @@
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/DeviceLocale.h"
+#include "platform/FontRegistry.h"
 #include "platform/HttpClient.h"
 #include "platform/KeyValueStore.h"
 #include "platform/MainQueue.h"
@@ -28,15 +33,19 @@ struct Platform {
   std::shared_ptr<MainQueue> mainQueue;
   std::shared_ptr<const ResourceBundle> resources;
   std::shared_ptr<NotificationScheduler> notifications;
+  std::shared_ptr<FontRegistry> fonts;
   // The user's documents folder; the image cache lives below it.
   std::string documentsDirectory;
 
   // The installed bundle; never null.
   static std::shared_ptr<const Platform> current();
-  // Installs `platform` (its empty members filled with the portable defaults) and returns the
-  // bundle it replaces.
+  // Installs `platform` (its empty members filled with the portable defaults), tells the
+  // observer, and returns the bundle it replaces.
   static std::shared_ptr<const Platform> install(std::shared_ptr<const Platform> platform);
   static std::shared_ptr<Platform> portableDefaults();
+  // `observer` runs after every install, on the installing thread. One observer: the
+  // composition root, which drops what it built from the old bundle.
+  static void setInstallObserver(void (*observer)());
 };
 
 }  // namespace nutrition

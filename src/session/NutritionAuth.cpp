@@ -1,11 +1,6 @@
 #include "session/NutritionAuth.h"
 
-#include "backend/DataServiceNutrition.h"
-#include "backend/NutritionAuthDataservice.h"
 #include "base/Saturating.h"
-#include "base/SharedInstance.h"
-#include "config/NutritionSDKUtils.h"
-#include "platform/Platform.h"
 
 namespace nutrition {
 namespace {
@@ -14,38 +9,40 @@ SelectedIntake intake(std::int64_t id, std::vector<std::int64_t> dishes) {
   return SelectedIntake{id, std::move(dishes)};
 }
 
-std::vector<std::int64_t> countryOfConfiguration() {
-  return {rawValue(NutritionSDKUtils::sharedInstance().userCountry)};
-}
-
 std::int64_t idealTargetWeight(const NutritionUser& user) {
   return saturatingToInt64(user.getIdealWeight());
 }
 
 }  // namespace
 
-NutritionAuth& NutritionAuth::sharedInstance() {
-  return SharedInstance<NutritionAuth>::get([] { return new NutritionAuth; });
-}
-
-NutritionAuth::NutritionAuth()
-    : token(Platform::current()->keyValueStores->standard()->getString(kTokenKey)) {}
+NutritionAuth::NutritionAuth(const Platform& platform, const NutritionAuthDataservice& authService,
+                             const DataServiceNutrition& dataService,
+                             const NutritionSDKUtils& config)
+    : token(platform.keyValueStores->standard()->getString(kTokenKey)),
+      authService_(authService),
+      dataService_(dataService),
+      config_(config),
+      clock_(platform.clock),
+      calendar_(platform.calendar),
+      standard_(platform.keyValueStores->standard()),
+      fastingStore_(platform.keyValueStores->suite(kFastingSuite)),
+      queue_(platform.mainQueue) {}
 
 void NutritionAuth::start(const std::string& memberId, const std::string& clientAppID,
                           const std::string& clientPassword) {
   memberID = memberId;
   appID = clientAppID;
   password = clientPassword;
-  std::weak_ptr<MainQueue> queue = Platform::current()->mainQueue;
-  NutritionAuthDataservice::sharedInstance().login(
-      clientAppID, clientPassword, [queue](std::optional<NutritionCredentialsIA> answer) {
-        // The login answers on the HTTP thread; the session is only touched on the main queue.
-        postIfAlive(queue, [answer = std::move(answer)] {
-          auto& session = NutritionAuth::sharedInstance();
-          session.credentials = answer;
-          if (!session.memberID.empty()) session.getNutritionUser([](auto) {});
-        });
-      });
+  authService_.login(clientAppID, clientPassword,
+                     [this, queue = queue_,
+                      alive = lifetime_.watch()](std::optional<NutritionCredentialsIA> answer) {
+                       // The login answers on the HTTP thread; the session is only touched on
+                       // the main queue.
+                       postIfAlive(queue, alive, [this, answer = std::move(answer)] {
+                         credentials = answer;
+                         if (!memberID.empty()) getNutritionUser([](auto) {});
+                       });
+                     });
 }
 
 std::string NutritionAuth::userId() const {
@@ -55,20 +52,21 @@ std::string NutritionAuth::userId() const {
 
 void NutritionAuth::getNutritionUser(std::function<void(std::optional<NutritionUser>)> completion) {
   const std::string id = userId();
-  NutritionAuthDataservice::sharedInstance().getNutritionUser(
-      id, [id, completion = std::move(completion)](std::optional<NutritionUserResponse> response) {
-        auto& session = NutritionAuth::sharedInstance();
-        session.isUnregister = !response.has_value();
+  authService_.getNutritionUser(
+      id, [this, id, alive = lifetime_.watch(),
+           completion = std::move(completion)](std::optional<NutritionUserResponse> response) {
+        if (alive.expired()) return;
+        isUnregister = !response.has_value();
         if (response) {
-          session.currentUser = NutritionUser(*response);
+          currentUser = NutritionUser(*response);
         } else {
           NutritionUser fresh = NutritionUser::empty();
-          fresh.memberID = session.memberID;
-          fresh.clientID = session.credentials ? session.credentials->clientID : std::nullopt;
+          fresh.memberID = memberID;
+          fresh.clientID = credentials ? credentials->clientID : std::nullopt;
           fresh.userID = id;
-          session.currentUser = std::move(fresh);
+          currentUser = std::move(fresh);
         }
-        completion(session.currentUser);
+        completion(currentUser);
       });
 }
 
@@ -109,10 +107,8 @@ void NutritionAuth::updateNutritionUser(std::optional<NutritionGender> sex,
   if (operationDate) {
     // After surgery the phase's plan applies, whatever generateMenu says, unless the member
     // is on it already.
-    const auto platform = Platform::current();
-    const BariatricoPhase phase = NutritionUser::getPhaseForOperationDate(
-        *operationDate, std::chrono::floor<std::chrono::seconds>(platform->clock->now()),
-        *platform->calendar);
+    const BariatricoPhase phase =
+        NutritionUser::getPhaseForOperationDate(*operationDate, currentDate(*clock_), *calendar_);
     if (currentUser && currentUser->dietID == 10 + phaseNumber(phase)) return;
     updateWithPhase(phase);
     return;
@@ -127,7 +123,6 @@ void NutritionAuth::sendStartingPlan() {
 
 void NutritionAuth::setEmptyProfile() {
   if (!currentUser) return;
-  const auto& utils = NutritionSDKUtils::sharedInstance();
   NutritionUser& user = *currentUser;
   user.distributionByIntakeID = 5;
   user.selectedIntakes = std::vector<SelectedIntake>{
@@ -135,8 +130,8 @@ void NutritionAuth::setEmptyProfile() {
   user.dailyKcal = 1800.0;
   user.intermittentFastingID = 0;
   user.desiredBalanceID = 2;
-  user.countries = countryOfConfiguration();
-  user.dietID = rawValue(utils.selectedDiet);
+  user.countries = std::vector<std::int64_t>{rawValue(config_.userCountry)};
+  user.dietID = rawValue(config_.selectedDiet);
   user.targetWeight = idealTargetWeight(user);
   user.preferences = std::vector<std::int64_t>{};
 }
@@ -194,7 +189,7 @@ void NutritionAuth::updateWithPhase(BariatricoPhase phase) {
   }
   if (currentUser) {
     currentUser->desiredBalanceID = 2;
-    currentUser->countries = countryOfConfiguration();
+    currentUser->countries = std::vector<std::int64_t>{rawValue(config_.userCountry)};
     currentUser->targetWeight = idealTargetWeight(*currentUser);
   }
   sendCurrentUser();
@@ -202,17 +197,15 @@ void NutritionAuth::updateWithPhase(BariatricoPhase phase) {
 
 void NutritionAuth::sendCurrentUser() {
   if (!currentUser) return;
-  DataServiceNutrition::sharedInstance().updateUser(
-      *currentUser, isUnregister, [](std::optional<Error>, std::optional<NutritionUser> user) {
+  dataService_.updateUser(
+      *currentUser, isUnregister,
+      [this, alive = lifetime_.watch()](std::optional<Error>, std::optional<NutritionUser> user) {
         // A member comes back only from an answer, which is handled on the main queue; without
         // an answer nothing changes.
-        if (!user) return;
-        const auto platform = Platform::current();
-        NutritionAuth::sharedInstance().currentUser = std::move(user);
-        platform->keyValueStores->suite(kFastingSuite)->remove(kFastingStartKey);
-        const double now =
-            std::chrono::duration<double>(platform->clock->now().time_since_epoch()).count();
-        platform->keyValueStores->standard()->set(kHoldMenuTimerKey, now + kMenuHoldSeconds);
+        if (!user || alive.expired()) return;
+        currentUser = std::move(user);
+        fastingStore_->remove(kFastingStartKey);
+        standard_->set(kHoldMenuTimerKey, secondsSince1970(*clock_) + kMenuHoldSeconds);
       });
 }
 
@@ -222,7 +215,7 @@ void NutritionAuth::logout() {
   memberID.clear();
   appID.clear();
   password.clear();
-  Platform::current()->keyValueStores->standard()->remove(kTokenKey);
+  standard_->remove(kTokenKey);
 }
 
 }  // namespace nutrition

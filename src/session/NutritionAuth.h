@@ -7,13 +7,19 @@
 // record with the ids filled in, `isUnregister` true). All state is touched on the main queue.
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
+#include "backend/DataServiceNutrition.h"
+#include "backend/NutritionAuthDataservice.h"
 #include "base/Date.h"
+#include "base/Lifetime.h"
+#include "config/NutritionSDKUtils.h"
 #include "model/BariatricoPhase.h"
 #include "model/NutritionCredentials.h"
 #include "model/NutritionUser.h"
+#include "platform/Platform.h"
 
 namespace nutrition {
 
@@ -28,7 +34,9 @@ class NutritionAuth {
 
   static NutritionAuth& sharedInstance();
 
-  NutritionAuth();
+  // Reads the stored token from the standard store of `platform`.
+  NutritionAuth(const Platform& platform, const NutritionAuthDataservice& authService,
+                const DataServiceNutrition& dataService, const NutritionSDKUtils& config);
 
   std::optional<std::string> token;
   bool isUnregister = true;
@@ -76,6 +84,16 @@ class NutritionAuth {
   // Sends the current user (POST while the member is new) and, when a member comes back,
   // makes it current, clears the fast and holds the menu screens.
   void sendCurrentUser();
+
+  const NutritionAuthDataservice& authService_;
+  const DataServiceNutrition& dataService_;
+  const NutritionSDKUtils& config_;
+  std::shared_ptr<const Clock> clock_;
+  std::shared_ptr<const Calendar> calendar_;
+  std::shared_ptr<KeyValueStore> standard_;
+  std::shared_ptr<KeyValueStore> fastingStore_;
+  std::weak_ptr<MainQueue> queue_;
+  Lifetime lifetime_;
 };
 
 }  // namespace nutrition

@@ -5,9 +5,8 @@
 #include "backend/BackendRequest.h"
 #include "backend/DataServiceNutrition.h"
 #include "backend/NutritionAuthDataservice.h"
-#include "facade/NutritionSDK.h"
-#include "logic/NutritionUtils.h"
-#include "session/NutritionAuth.h"
+#include "base/Url.h"
+#include "support/FakeLinks.h"
 #include "support/TestPlatform.h"
 
 namespace nutrition {
@@ -34,26 +33,26 @@ TEST(BackendRequest, EncodesQueryValuesAndChecksTheAddress) {
 
 class BackendClientTest : public ::testing::Test {
  protected:
-  void SetUp() override { NutritionSDK::sharedInstance().setURL("https://backend.test/"); }
-
-  void setMember(const std::string& userId) {
-    NutritionUser user = NutritionUser::empty();
-    user.userID = userId;
-    NutritionAuth::sharedInstance().currentUser = user;
-  }
+  BackendClientTest() { config_.mainURL = "https://backend.test/"; }
 
   test::ScriptedHttpClient& http() { return platform_.http(); }
+
   test::TestPlatform platform_;
+  NutritionSDKUtils config_{platform_.bundle(), "es"};
+  StringTables strings_{*platform_.bundle().resources, "es"};
+  test::FakeLinks links_;
+  DataServiceNutrition service_{platform_.bundle(), config_, strings_, links_.links()};
+  NutritionAuthDataservice auth_{platform_.bundle(), config_};
 };
 
 TEST_F(BackendClientTest, RequestsCarryTheirMethodPathQueryAndBody) {
-  auto& service = DataServiceNutrition::sharedInstance();
+  auto& service = service_;
   const auto ignore = [](auto, auto) {};
   service.getWeeklyIAMenu(ignore);  // no member yet: an empty user id
   EXPECT_EQ(http().requests().back().url, "https://backend.test/api/menu?Language=es_ES&UserId=");
 
-  setMember("m1_acme");
-  NutritionSDK::sharedInstance().setLanguage(NutritionLanguage::en);
+  links_.setMember("m1_acme");
+  config_.sdkLanguage = NutritionLanguage::en;
   service.getMyFavoriteDishes(ignore);
   EXPECT_EQ(http().requests().back().url,
             "https://backend.test/api/favorite-dish?UserId=m1_acme&Language=en_EN");
@@ -80,12 +79,12 @@ TEST_F(BackendClientTest, RequestsCarryTheirMethodPathQueryAndBody) {
   }
 
   // The base URL is read afresh for every request.
-  NutritionSDK::sharedInstance().setURL("http://127.0.0.1:1/");
+  config_.mainURL = "http://127.0.0.1:1/";
   service.getIntakes(ignore);
   EXPECT_EQ(http().requests().back().url, "http://127.0.0.1:1/api/intake?Language=en_EN");
   // One that is no URL sends nothing and never answers.
   const auto count = http().requests().size();
-  NutritionSDK::sharedInstance().setURL("not a url/");
+  config_.mainURL = "not a url/";
   bool called = false;
   service.getIntakes([&](auto, auto) { called = true; });
   EXPECT_EQ(http().requests().size(), count);
@@ -93,7 +92,7 @@ TEST_F(BackendClientTest, RequestsCarryTheirMethodPathQueryAndBody) {
 }
 
 TEST_F(BackendClientTest, AnswersAreHandledOnTheMainQueueAndTransportErrorsAtOnce) {
-  auto& service = DataServiceNutrition::sharedInstance();
+  auto& service = service_;
   std::optional<Error> error;
   std::optional<std::vector<NutritionIntake>> intakes;
   int calls = 0;
@@ -131,8 +130,7 @@ TEST_F(BackendClientTest, AnswersAreHandledOnTheMainQueueAndTransportErrorsAtOnc
 
 TEST_F(BackendClientTest, FastingCatalogueOffersNoFastingFirst) {
   std::optional<std::vector<IntermittentFasting>> fastings;
-  DataServiceNutrition::sharedInstance().getIntermitentFasting(
-      [&](auto, auto list) { fastings = std::move(list); });
+  service_.getIntermitentFasting([&](auto, auto list) { fastings = std::move(list); });
   http().answer(
       R"([{"IntermittentFastingId": 3, "IntermittentFastingName": "16/8", "Enabled": true}])");
   platform_.queue().runUntilIdle();
@@ -140,26 +138,24 @@ TEST_F(BackendClientTest, FastingCatalogueOffersNoFastingFirst) {
   EXPECT_EQ(fastings->at(0), (IntermittentFasting{0, "No quiero ayuno", true}));
   EXPECT_EQ(fastings->at(1).intermittentFastingID, 3);
 
-  DataServiceNutrition::sharedInstance().getIntermitentFasting(
-      [&](auto, auto list) { fastings = std::move(list); });
+  service_.getIntermitentFasting([&](auto, auto list) { fastings = std::move(list); });
   http().answer(R"([{"IntermittentFastingId": 3}])");  // "Enabled" is required
   platform_.queue().runUntilIdle();
   EXPECT_FALSE(fastings.has_value());
 }
 
 TEST_F(BackendClientTest, AlternativeDishNeedsADayAndAnIntake) {
-  setMember("m1_acme");
-  auto& utils = NutritionUtils::sharedInstance();
+  links_.setMember("m1_acme");
   const std::size_t before = http().requests().size();
   std::optional<NutritionMenu> menu;
   const auto keep = [&](auto, std::optional<NutritionMenu> m) { menu = std::move(m); };
-  DataServiceNutrition::sharedInstance().getAlternativeDish(2, keep);
-  utils.selectedDay = 3;
-  DataServiceNutrition::sharedInstance().getAlternativeDish(2, keep);
+  service_.getAlternativeDish(2, keep);
+  links_.day = 3;
+  service_.getAlternativeDish(2, keep);
   EXPECT_EQ(http().requests().size(), before);
 
-  utils.selectedIntake = 5;
-  DataServiceNutrition::sharedInstance().getAlternativeDish(2, keep);
+  links_.intake = 5;
+  service_.getAlternativeDish(2, keep);
   ASSERT_EQ(http().requests().size(), before + 1);
   const HttpRequest& sent = http().requests().back();
   EXPECT_EQ(sent.method, "PATCH");
@@ -173,31 +169,57 @@ TEST_F(BackendClientTest, AlternativeDishNeedsADayAndAnIntake) {
 }
 
 TEST_F(BackendClientTest, UpdateUserDropsTheHeldMenuAndReadsTheMemberAgain) {
-  setMember("m1_acme");
-  NutritionAuth::sharedInstance().memberID = "m1";
-  NutritionUtils::sharedInstance().weeklyMenu = NutritionMenu{.id = "old"};
+  NutritionUser user = NutritionUser::empty();
+  user.userID = "m1_acme";
   std::optional<NutritionUser> reread;
+  std::optional<Error> error;
   int calls = 0;
-  DataServiceNutrition::sharedInstance().updateUser(*NutritionAuth::sharedInstance().currentUser,
-                                                    false, [&](auto error, auto user) {
-                                                      EXPECT_FALSE(error.has_value());
-                                                      reread = std::move(user);
-                                                      ++calls;
-                                                    });
+  const auto keep = [&](std::optional<Error> failure, std::optional<NutritionUser> answer) {
+    error = std::move(failure);
+    reread = std::move(answer);
+    ++calls;
+  };
+  service_.updateUser(user, false, keep);
   EXPECT_EQ(http().requests().back().method, "PATCH");
-  ASSERT_TRUE(http().answerTo("api/user?", "not even JSON"));
+  service_.updateUser(user, true, keep);
+  EXPECT_EQ(http().requests().back().method, "POST");
+  EXPECT_EQ(http().requests().back().url, http().requests().front().url);
+
+  http().answer("not even JSON");  // the body is not read
   platform_.queue().runUntilIdle();
-  EXPECT_FALSE(NutritionUtils::sharedInstance().weeklyMenu.has_value());
-  ASSERT_TRUE(http().answerTo("api/user?Language=es_ES&UserId=m1_",
-                              R"([{"UserId": "m1_", "Weight": 81}])"));
-  platform_.queue().runUntilIdle();
+  EXPECT_EQ(links_.droppedMenus, 1);
+  ASSERT_EQ(links_.rereads.size(), 1u);
+  EXPECT_EQ(calls, 0);
+  NutritionUser fresh;
+  fresh.weight = 81;
+  links_.rereads[0](fresh);
   EXPECT_EQ(calls, 1);
+  EXPECT_FALSE(error.has_value());
   EXPECT_EQ(reread->weight, 81);
+
+  // Without an answer nothing follows.
+  http().failTransport();
+  EXPECT_EQ(links_.droppedMenus, 1);
+  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(error->code, ErrorCode::transport);
+  EXPECT_FALSE(reread.has_value());
+}
+
+TEST_F(BackendClientTest, AnswersArrivingAfterTheServiceIsGoneAreDropped) {
+  int calls = 0;
+  {
+    DataServiceNutrition shortLived(platform_.bundle(), config_, strings_, links_.links());
+    shortLived.getIntakes([&](auto, auto) { ++calls; });
+    http().answer("[]");
+  }
+  platform_.queue().runUntilIdle();
+  EXPECT_EQ(calls, 0);
 }
 
 TEST_F(BackendClientTest, LoginAnswersOnTheHttpThreadAndOnlyWithAnAnswer) {
-  auto& auth = NutritionAuthDataservice::sharedInstance();
-  EXPECT_EQ(auth.baseURLDev, "https://backend.test/");
+  config_.mainURL = "https://other.test/";
+  NutritionAuthDataservice auth(platform_.bundle(), config_);
+  EXPECT_EQ(auth.baseURLDev, "https://other.test/");
   std::vector<std::optional<NutritionCredentialsIA>> answers;
   const auto keep = [&](std::optional<NutritionCredentialsIA> c) {
     answers.push_back(std::move(c));

@@ -11,6 +11,7 @@
 #include "platform/linux/CurlHttpClient.h"
 #include "sandbox/SandboxServer.h"
 #include "session/NutritionAuth.h"
+#include "support/SharedSandbox.h"
 #include "support/TestPlatform.h"
 
 namespace nutrition {
@@ -21,9 +22,11 @@ using sandbox::Fault;
 
 class EndToEnd : public ::testing::Test {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(server_.start());
-    sdk().setURL(server_.baseURL());
+  void SetUp() override { sdk().setURL(server_.baseURL()); }
+
+  // A member id of the test's own: the shared backend keeps every test's members.
+  static std::string memberOfThisTest(const std::string& member) {
+    return member + "-" + ::testing::UnitTest::GetInstance()->current_test_info()->name();
   }
 
   static NutritionSDK& sdk() { return NutritionSDK::sharedInstance(); }
@@ -40,7 +43,7 @@ class EndToEnd : public ::testing::Test {
   }
 
   void startDemoMember(const std::string& member) {
-    sdk().start(member, "demo", "demo-password");
+    sdk().start(memberOfThisTest(member), "demo", "demo-password");
     ASSERT_TRUE(runUntil([] { return session().currentUser.has_value(); }));
   }
 
@@ -61,23 +64,23 @@ class EndToEnd : public ::testing::Test {
     return lines;
   }
 
+  sandbox::SandboxServer& server_ = test::sharedSandbox();
   std::shared_ptr<CurlHttpClient> http_ = std::make_shared<CurlHttpClient>();
-  test::TestPlatform platform_{{.http = http_}};
-  sandbox::SandboxServer server_{{.processingTime = 0ms}};
+  test::TestPlatform platform_{{.http = http_, .install = true}};
 };
 
 TEST_F(EndToEnd, StartUpSendsTheLoginThenTheMemberDownload) {
   startDemoMember("m1");
-  EXPECT_EQ(requestLines(),
-            (std::vector<std::string>{"POST /api/auth/login",
-                                      "GET /api/user?Language=es_ES&UserId=m1_demo"}));
+  EXPECT_EQ(requestLines(), (std::vector<std::string>{"POST /api/auth/login",
+                                                      "GET /api/user?Language=es_ES&UserId=" +
+                                                          memberOfThisTest("m1") + "_demo"}));
   const auto requests = server_.requests();
   EXPECT_EQ(requests[0].body, R"({"ClientAlias":"demo","Password":"demo-password"})");
   EXPECT_EQ(requests[0].header("Content-Type"), "application/json");
   EXPECT_EQ(requests[1].header("Accept"), "application/json");
   EXPECT_EQ(session().credentials->clientID, 1);
   EXPECT_TRUE(session().isUnregister);
-  EXPECT_EQ(session().currentUser->userID, "m1_demo");
+  EXPECT_EQ(session().currentUser->userID, memberOfThisTest("m1") + "_demo");
 }
 
 TEST_F(EndToEnd, NewMemberIsCreatedWithPostAndThenUpdatedWithPatch) {
@@ -169,8 +172,9 @@ TEST_F(EndToEnd, FaultyAnswersEndAsAbsentValuesWithoutCrashing) {
 
   // A member download that does not decode leaves the member new, as an unknown one would.
   server_.setFault("/api/user", {.replacementBody = R"([{"Weight": "heavy"}])"});
-  sdk().setMemberId("m2");
-  ASSERT_TRUE(runUntil([] { return session().currentUser->userID == "m2_demo"; }));
+  sdk().setMemberId(memberOfThisTest("m2"));
+  ASSERT_TRUE(
+      runUntil([] { return session().currentUser->userID == memberOfThisTest("m2") + "_demo"; }));
   EXPECT_TRUE(session().isUnregister);
 }
 
@@ -186,10 +190,13 @@ TEST_F(EndToEnd, UnreachableBackendNeverAnswersTheLogin) {
 
 TEST_F(EndToEnd, MemberIdsReachTheBackendIntact) {
   startDemoMember("a&b=c#d e");
-  EXPECT_EQ(server_.requests().back().query, "Language=es_ES&UserId=a%26b%3Dc%23d%20e_demo");
+  EXPECT_EQ(server_.requests().back().query,
+            "Language=es_ES&UserId=a%26b%3Dc%23d%20e-" +
+                std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) +
+                "_demo");
   updateProfileAndWait();
   // The backend stored the member under the exact id and answers it back.
-  EXPECT_EQ(session().currentUser->userID, "a&b=c#d e_demo");
+  EXPECT_EQ(session().currentUser->userID, memberOfThisTest("a&b=c#d e") + "_demo");
   EXPECT_FALSE(session().isUnregister);
 }
 

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "platform/linux/TzCalendar.h"
-#include "session/NutritionAuth.h"
+#include "support/FakeLinks.h"
 #include "support/TestPlatform.h"
 
 namespace nutrition {
@@ -24,9 +24,8 @@ class AyunoTest : public ::testing::Test {
                    .realResources = true}) {}
 
   void setScheme(std::optional<std::int64_t> scheme) {
-    NutritionUser user = NutritionUser::empty();
-    user.intermittentFastingID = scheme;
-    NutritionAuth::sharedInstance().currentUser = user;
+    links_.member = NutritionUser::empty();
+    links_.member->intermittentFastingID = scheme;
   }
   void startAt(Date start) {
     platform_.stores()
@@ -37,8 +36,15 @@ class AyunoTest : public ::testing::Test {
     startAt(utc(2026, 11, 21, 12) - std::chrono::seconds(seconds));
   }
 
-  AyunoUtils& ayuno() { return AyunoUtils::shared(); }
+  AyunoUtils& ayuno() { return ayuno_; }
+  std::vector<NotificationRequest> pending() const {
+    return platform_.bundle().notifications->pending();
+  }
+
   test::TestPlatform platform_;
+  StringTables strings_{*platform_.bundle().resources, platform_.bundle().locale->languageCode()};
+  test::FakeLinks links_;
+  AyunoUtils ayuno_{platform_.bundle(), links_, strings_};
 };
 
 TEST_F(AyunoTest, WithoutAFastEverythingReadsEmpty) {
@@ -109,15 +115,15 @@ TEST_F(AyunoTest, NotificationIsReplacedNotAdded) {
   startAt(utc(2026, 11, 21, 8, 30));
   ayuno().addAyunoNotification();
   ayuno().addAyunoNotification();
-  const auto pending = Platform::current()->notifications->pending();
-  ASSERT_EQ(pending.size(), 1u);
-  EXPECT_EQ(pending[0].identifier, "ayuno");
-  EXPECT_EQ(pending[0].body, "Tu periodo de ayuno intermitente ha finalizado");
-  EXPECT_EQ(pending[0].trigger, (LocalDateTime{2026, 11, 22, 0, 30, 0, 1}));
+  const auto scheduled = pending();
+  ASSERT_EQ(scheduled.size(), 1u);
+  EXPECT_EQ(scheduled[0].identifier, "ayuno");
+  EXPECT_EQ(scheduled[0].body, "Tu periodo de ayuno intermitente ha finalizado");
+  EXPECT_EQ(scheduled[0].trigger, (LocalDateTime{2026, 11, 22, 0, 30, 0, 1}));
 
   platform_.stores().suite("NutritionPreferences")->remove("ayuno_timer");
   ayuno().addAyunoNotification();  // no start: the old one is removed, nothing replaces it
-  EXPECT_TRUE(Platform::current()->notifications->pending().empty());
+  EXPECT_TRUE(pending().empty());
 }
 
 TEST_F(AyunoTest, StartingAndEndingAFast) {
@@ -125,10 +131,10 @@ TEST_F(AyunoTest, StartingAndEndingAFast) {
   EXPECT_TRUE(ayuno().startIfFinished());
   EXPECT_FALSE(ayuno().startIfFinished());
   EXPECT_EQ(ayuno().getFinishTimeDate(), utc(2026, 11, 22, 2));
-  EXPECT_EQ(Platform::current()->notifications->pending().size(), 1u);
+  EXPECT_EQ(pending().size(), 1u);
   ayuno().finish();
   EXPECT_TRUE(ayuno().isFinished());
-  EXPECT_EQ(Platform::current()->notifications->pending().size(), 1u);  // still scheduled
+  EXPECT_EQ(pending().size(), 1u);  // still scheduled
 }
 
 // A start at 23:00 yesterday local time in two zones, and the finish the next day.

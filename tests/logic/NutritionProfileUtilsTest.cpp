@@ -2,10 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "facade/NutritionSDK.h"
-#include "logic/NutritionUtils.h"
+#include "facade/Core.h"
 #include "screens/profile/QuestionnaireRules.h"
-#include "session/NutritionAuth.h"
 #include "support/TestPlatform.h"
 
 namespace nutrition {
@@ -14,17 +12,21 @@ namespace {
 using test::utc;
 using List = std::vector<std::int64_t>;
 
+// The profile mapping edits the session's member and reads distributions from the data holder:
+// a Core of fakes wires the three.
 class ProfileFieldsTest : public ::testing::Test {
  protected:
   ProfileFieldsTest() {
-    NutritionSDK::sharedInstance().setURL("https://backend.test/");
-    NutritionAuth::sharedInstance().currentUser = NutritionUser::empty();
+    core_.config().mainURL = "https://backend.test/";
+    core_.session().currentUser = NutritionUser::empty();
   }
-  NutritionUser& user() { return *NutritionAuth::sharedInstance().currentUser; }
+  NutritionUser& user() { return *core_.session().currentUser; }
+  NutritionProfileUtils& profile() { return core_.profileUtils(); }
   void set(std::string_view field, const AnyValue& value) {
-    NutritionProfileUtils::sharedInstance().updateUserField(field, value);
+    profile().updateUserField(field, value);
   }
   test::TestPlatform platform_;
+  Core core_{platform_.shared()};
 };
 
 TEST_F(ProfileFieldsTest, EachFieldTakesItsValueType) {
@@ -99,14 +101,13 @@ TEST_F(ProfileFieldsTest, IntakesAndCoursesBuildUpInAnswerOrder) {
             (std::vector<SelectedIntake>{{5, List{1, 2}}, {1, List{1}}, {4, List{1}}}));
 
   // Read back in the form each field is written in.
-  auto& profile = NutritionProfileUtils::sharedInstance();
-  EXPECT_EQ(profile.getValueForField("dinnerDishes"), AnyValue(List{1, 2}));
-  EXPECT_EQ(profile.getValueForField("distributionByIntakeID"), AnyValue(4));
+  EXPECT_EQ(profile().getValueForField("dinnerDishes"), AnyValue(List{1, 2}));
+  EXPECT_EQ(profile().getValueForField("distributionByIntakeID"), AnyValue(4));
   user().height = 181;
-  EXPECT_EQ(profile.getValueForField("height"), AnyValue("181"));
+  EXPECT_EQ(profile().getValueForField("height"), AnyValue("181"));
   user().gender = NutritionGender::female;
-  EXPECT_EQ(profile.getValueForField("gender"), AnyValue(1));
-  EXPECT_FALSE(profile.getValueForField("weight").hasValue());
+  EXPECT_EQ(profile().getValueForField("gender"), AnyValue(1));
+  EXPECT_FALSE(profile().getValueForField("weight").hasValue());
 }
 
 TEST_F(ProfileFieldsTest, QuestionnaireRules) {
@@ -116,30 +117,24 @@ TEST_F(ProfileFieldsTest, QuestionnaireRules) {
   savePanel({{"preferences", AnyValue(List{1})},
              {"intollerance", AnyValue(List{2})},
              {std::nullopt, AnyValue(5)},
-             {"height", AnyValue()}});
+             {"height", AnyValue()}},
+            profile());
   EXPECT_EQ(user().preferences, (List{1, 2}));
   EXPECT_FALSE(user().height.has_value());
-  EXPECT_EQ(pageRefusal(1), "No es posible seleccionar vegano y vegetariano simultanemente");
-  EXPECT_FALSE(pageRefusal(0).has_value());
-  EXPECT_FALSE(pageRefusal(2).has_value());
-  savePanel({{"preferences", AnyValue(List{2})}});
-  EXPECT_FALSE(pageRefusal(1).has_value());
+  const auto& strings = core_.strings();
+  EXPECT_EQ(pageRefusal(1, &user(), strings),
+            "No es posible seleccionar vegano y vegetariano simultanemente");
+  EXPECT_FALSE(pageRefusal(0, &user(), strings).has_value());
+  EXPECT_FALSE(pageRefusal(2, &user(), strings).has_value());
+  EXPECT_FALSE(pageRefusal(1, nullptr, strings).has_value());
+  savePanel({{"preferences", AnyValue(List{2})}}, profile());
+  EXPECT_FALSE(pageRefusal(1, &user(), strings).has_value());
 
   HealthQuestion fasting{.identifier = "intermittentFastingID"};
-  EXPECT_TRUE(isQuestionShown(fasting));
-  NutritionSDK::sharedInstance().setIntermittentFastingEnable(false);
-  EXPECT_FALSE(isQuestionShown(fasting));
-  EXPECT_TRUE(isQuestionShown(HealthQuestion{.identifier = "gender"}));
-
-  user().gender = NutritionGender::male;
-  user().height = 180;
-  user().weight = 90;
-  user().physicalIntensityID = 2;
-  user().desiredBalanceID = 1;
-  user().dateOfBirth = utc(1981, 6, 1);
-  applyLastPageValues();
-  EXPECT_EQ(user().targetWeight, 77);
-  EXPECT_NEAR(*user().dailyKcal, 2020.536, 1e-9);
+  EXPECT_TRUE(isQuestionShown(fasting, core_.config()));
+  core_.config().intermittentFastingEnable = false;
+  EXPECT_FALSE(isQuestionShown(fasting, core_.config()));
+  EXPECT_TRUE(isQuestionShown(HealthQuestion{.identifier = "gender"}, core_.config()));
 }
 
 }  // namespace

@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "config/NutritionSDKUtils.h"
-#include "facade/NutritionSDK.h"
-#include "platform/linux/TzCalendar.h"
-#include "session/NutritionAuth.h"
+#include <cmath>
+
+#include "support/FakeLinks.h"
 #include "support/TestPlatform.h"
 
 namespace nutrition {
@@ -28,23 +27,27 @@ class NutritionUtilsTest : public ::testing::Test {
  protected:
   explicit NutritionUtilsTest(test::TestPlatform::Options options = {.realResources = true})
       : platform_(options) {
-    NutritionSDK::sharedInstance().setURL("https://backend.test/");
-    NutritionUser user = NutritionUser::empty();
-    user.userID = "m1_acme";
-    NutritionAuth::sharedInstance().currentUser = user;
+    config_.mainURL = "https://backend.test/";
+    links_.setMember("m1_acme");
   }
 
   // Makes the holder and answers the two requests it sends when made.
   NutritionUtils& utils(const char* favourites = "[]") {
-    auto& holder = NutritionUtils::sharedInstance();
+    holder_.emplace(platform_.bundle(), service_, links_, config_, strings_);
     http().answerTo("api/favorite-dish?", favourites);
     http().answerTo("api/excluded-aliment",
                     R"([{"ExcludedAlimentId": 4, "ExcludedAlimentName": "Pescado"}])");
     platform_.queue().runUntilIdle();
-    return holder;
+    return *holder_;
   }
   test::ScriptedHttpClient& http() { return platform_.http(); }
+
   test::TestPlatform platform_;
+  NutritionSDKUtils config_{platform_.bundle(), "es"};
+  StringTables strings_{*platform_.bundle().resources, "es"};
+  test::FakeLinks links_;
+  DataServiceNutrition service_{platform_.bundle(), config_, strings_, links_.links()};
+  std::optional<NutritionUtils> holder_;
 };
 
 TEST_F(NutritionUtilsTest, CreationFetchesFavouritesAndExcludedAliments) {
@@ -61,10 +64,10 @@ TEST_F(NutritionUtilsTest, TodayIsFoundByWeekdayAndDownloadedUntilProcessed) {
   auto& holder = utils();
   // 2026-11-22 is a Sunday: day 7; the 23rd a Monday: day 1.
   platform_.clock().set(utc(2026, 11, 22, 12));
-  EXPECT_EQ(NutritionUtils::todayDayNumber(), 7);
+  EXPECT_EQ(holder.todayDayNumber(), 7);
   EXPECT_EQ(holder.getTodayMenu(), NutritionDay{});  // nothing held
   platform_.clock().set(utc(2026, 11, 23, 12));
-  EXPECT_EQ(NutritionUtils::todayDayNumber(), 1);
+  EXPECT_EQ(holder.todayDayNumber(), 1);
 
   std::vector<std::optional<NutritionDay>> days;
   const auto keep = [&](std::optional<NutritionDay> day) { days.push_back(std::move(day)); };
@@ -96,20 +99,31 @@ TEST_F(NutritionUtilsTest, TodayIsFoundByWeekdayAndDownloadedUntilProcessed) {
 TEST_F(NutritionUtilsTest, MenuHoldLastsUntilItsTime) {
   auto& holder = utils();
   auto standard = platform_.stores().standard();
-  const double now =
-      std::chrono::duration<double>(platform_.clock().now().time_since_epoch()).count();
+  const double now = platform_.nowSeconds();
   EXPECT_TRUE(holder.canViewMenu());
   standard->set("hold_menu_timer", now + 1);
   EXPECT_FALSE(holder.canViewMenu());
   EXPECT_TRUE(standard->value("hold_menu_timer").has_value());
-  NutritionSDKUtils::sharedInstance().showWaitingScreens = false;
+  config_.showWaitingScreens = false;
   EXPECT_TRUE(holder.canViewMenu());
-  NutritionSDKUtils::sharedInstance().showWaitingScreens = true;
+  config_.showWaitingScreens = true;
   platform_.clock().advance(2s);
   EXPECT_TRUE(holder.canViewMenu());
   EXPECT_FALSE(standard->value("hold_menu_timer").has_value());
   standard->set("hold_menu_timer", std::string("soon"));
   EXPECT_TRUE(holder.canViewMenu());
+
+  // A hold further ahead than a profile change sets is corrupt: released, and gone.
+  const double later = platform_.nowSeconds();
+  for (const double corrupt : {later + 10.0 * 365 * 86400, later + 66, std::nan("")}) {
+    SCOPED_TRACE(corrupt);
+    standard->set("hold_menu_timer", corrupt);
+    EXPECT_TRUE(holder.canViewMenu());
+    EXPECT_FALSE(standard->value("hold_menu_timer").has_value());
+  }
+  // A minute of clock change on top of the five seconds still holds.
+  standard->set("hold_menu_timer", later + 64);
+  EXPECT_FALSE(holder.canViewMenu());
 }
 
 TEST_F(NutritionUtilsTest, AnswersPerQuestionnaireField) {
@@ -176,8 +190,9 @@ TEST_F(NutritionUtilsTest, FavouritesAndAlternativesKeepTheHeldDataCurrent) {
   EXPECT_TRUE(favourites->empty());
   EXPECT_TRUE(holder.favoriteIntakes.empty());
 
-  holder.selectedDay = 7;
-  holder.selectedIntake = 1;
+  // The REST client reads the selection through its link, which the Core points at the holder.
+  links_.day = holder.selectedDay = 7;
+  links_.intake = holder.selectedIntake = 1;
   std::optional<NutritionDish> alternative;
   holder.getAlternativeDish(1, [&](auto dish) { alternative = std::move(dish); });
   http().answerTo("dish/replace", week(true));
@@ -187,22 +202,23 @@ TEST_F(NutritionUtilsTest, FavouritesAndAlternativesKeepTheHeldDataCurrent) {
 }
 
 TEST_F(NutritionUtilsTest, ShippedResourcesLoad) {
-  auto& config = NutritionSDKUtils::sharedInstance();
-  const auto full = NutritionUtils::getProfileQuestionary();
+  auto& holder = utils();
+  auto& config = config_;
+  const auto full = holder.getProfileQuestionary();
   ASSERT_TRUE(full.has_value());
   ASSERT_EQ(full->size(), 3u);
   config.isShort = true;
-  const auto shorter = NutritionUtils::getProfileQuestionary();
+  const auto shorter = holder.getProfileQuestionary();
   ASSERT_EQ(shorter->size(), 2u);
   EXPECT_EQ(shorter->front(), full->at(1));
   config.isShort = false;
   config.showExcludedAliments = false;
-  const auto without = NutritionUtils::getProfileQuestionary();
+  const auto without = holder.getProfileQuestionary();
   EXPECT_NE(without, full);
 
-  EXPECT_EQ(NutritionUtils::getWaitScreens().size(), 4u);
-  EXPECT_FALSE(NutritionUtils::getInfoFile("info_ayuno").empty());
-  EXPECT_TRUE(NutritionUtils::getInfoFile("no_such_file").empty());
+  EXPECT_EQ(holder.getWaitScreens().size(), 4u);
+  EXPECT_FALSE(holder.getInfoFile("info_ayuno").empty());
+  EXPECT_TRUE(holder.getInfoFile("no_such_file").empty());
 }
 
 class NutritionUtilsWithoutResources : public NutritionUtilsTest {
@@ -211,9 +227,10 @@ class NutritionUtilsWithoutResources : public NutritionUtilsTest {
 };
 
 TEST_F(NutritionUtilsWithoutResources, MissingResourcesGiveEmptyResults) {
-  EXPECT_FALSE(NutritionUtils::getProfileQuestionary().has_value());
-  EXPECT_TRUE(NutritionUtils::getWaitScreens().empty());
-  EXPECT_TRUE(NutritionUtils::getInfoFile("info_ayuno").empty());
+  auto& holder = utils();
+  EXPECT_FALSE(holder.getProfileQuestionary().has_value());
+  EXPECT_TRUE(holder.getWaitScreens().empty());
+  EXPECT_TRUE(holder.getInfoFile("info_ayuno").empty());
 }
 
 }  // namespace

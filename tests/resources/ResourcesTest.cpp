@@ -9,6 +9,7 @@
 #include <set>
 #include <sstream>
 
+#include "json/JsonReader.h"
 #include "model/AlertItem.h"
 #include "model/AyunoPhase.h"
 #include "model/HealthProfile.h"
@@ -165,8 +166,12 @@ TEST(Resources, StringTablesAreCompleteInEveryLanguage) {
   std::optional<std::set<std::string>> firstKeys;
   for (const char* language : {"es", "en", "pt", "de", "ca", "it", "fr"}) {
     SCOPED_TRACE(language);
-    const auto table = bundle().strings("NutritionStrings", language);
-    ASSERT_TRUE(table.has_value());
+    const auto bytes =
+        bundle().resource(std::string("strings/NutritionStrings.") + language, "json");
+    ASSERT_TRUE(bytes.has_value());
+    const auto table =
+        json::decodeDocument<std::map<std::string, std::string, std::less<>>>(*bytes);
+    ASSERT_TRUE(table.ok()) << table.error().message;
     std::set<std::string> keys;
     for (const auto& [key, value] : *table) {
       keys.insert(key);

@@ -34,9 +34,10 @@ TEST_F(Endpoints, LoginAnswersTheAccountOnlyForTheRightPassword) {
 }
 
 TEST_F(Endpoints, UsersAreCreatedUpdatedAndReadBack) {
-  EXPECT_EQ(get("api/user?Language=es_ES&UserId=m1_demo").body, "[]");
+  const std::string id = userId("m1");
+  EXPECT_EQ(get("api/user?Language=es_ES&UserId=" + id).body, "[]");
 
-  NutritionUser user = member("m1_demo");
+  NutritionUser user = member(id);
   user.countries = {{1}};
   user.preferences = {{2}};
   user.excludedAliments = {{7}};
@@ -44,9 +45,9 @@ TEST_F(Endpoints, UsersAreCreatedUpdatedAndReadBack) {
   createUser(user);
   EXPECT_EQ(send("POST", "api/user?Language=es_ES", *encodeJson(user)).status, 409);
 
-  auto read = getArray<NutritionUserResponse>("api/user?Language=es_ES&UserId=m1_demo");
+  auto read = getArray<NutritionUserResponse>("api/user?Language=es_ES&UserId=" + id);
   ASSERT_EQ(read.size(), 1u);
-  EXPECT_EQ(read[0].userID, "m1_demo");
+  EXPECT_EQ(read[0].userID, id);
   EXPECT_EQ(read[0].clientAlias, "demo");
   EXPECT_EQ(read[0].countryIDS, std::vector<std::int64_t>{1});
   EXPECT_EQ(read[0].preferenceIDS, std::vector<std::int64_t>{2});
@@ -56,10 +57,10 @@ TEST_F(Endpoints, UsersAreCreatedUpdatedAndReadBack) {
 
   // PATCH changes only what it carries.
   NutritionUser change = NutritionUser::empty();
-  change.userID = "m1_demo";
+  change.userID = id;
   change.weight = 58;
   EXPECT_EQ(send("PATCH", "api/user?Language=es_ES", *encodeJson(change)).status, 200);
-  read = getArray<NutritionUserResponse>("api/user?Language=es_ES&UserId=m1_demo");
+  read = getArray<NutritionUserResponse>("api/user?Language=es_ES&UserId=" + id);
   EXPECT_EQ(read[0].weight, 58);
   EXPECT_EQ(read[0].height, 165);
 
@@ -117,17 +118,18 @@ TEST_F(Endpoints, CataloguesDecodeInEveryLanguageWithSpanishAsFallback) {
 }
 
 TEST_F(Endpoints, MenuReadsUnprocessedWhileTheBackendBuildsIt) {
-  EXPECT_EQ(get("api/menu?Language=es_ES&UserId=m1_demo").body, "[]");
+  const std::string id = userId("m1");
+  EXPECT_EQ(get("api/menu?Language=es_ES&UserId=" + id).body, "[]");
   startServer({.processingTime = std::chrono::seconds(5)});
-  createUser(member("m1_demo"));
+  createUser(member(id));
 
-  auto menus = getArray<NutritionMenu>("api/menu?Language=en_EN&UserId=m1_demo");
+  auto menus = getArray<NutritionMenu>("api/menu?Language=en_EN&UserId=" + id);
   ASSERT_EQ(menus.size(), 1u);
   EXPECT_EQ(menus[0].processed, false);
   EXPECT_EQ(menus[0].serialNumber, 1);
 
   now_ += 5;
-  menus = getArray<NutritionMenu>("api/menu?Language=en_EN&UserId=m1_demo");
+  menus = getArray<NutritionMenu>("api/menu?Language=en_EN&UserId=" + id);
   ASSERT_EQ(menus[0].processed, true);
   ASSERT_EQ(menus[0].days->size(), 7u);
   const NutritionIntake& breakfast = menus[0].days->at(0).intakes->at(0);
@@ -139,29 +141,30 @@ TEST_F(Endpoints, MenuReadsUnprocessedWhileTheBackendBuildsIt) {
 
   // A profile update that asks for it regenerates the menu, which is on hold again.
   NutritionUser change = NutritionUser::empty();
-  change.userID = "m1_demo";
+  change.userID = id;
   change.regenerateMenu = true;
   ASSERT_EQ(send("PATCH", "api/user?Language=es_ES", *encodeJson(change)).status, 200);
-  menus = getArray<NutritionMenu>("api/menu?Language=es_ES&UserId=m1_demo");
+  menus = getArray<NutritionMenu>("api/menu?Language=es_ES&UserId=" + id);
   EXPECT_EQ(menus[0].processed, false);
   EXPECT_EQ(menus[0].serialNumber, 2);
   change.regenerateMenu = false;
   now_ += 5;
   ASSERT_EQ(send("PATCH", "api/user?Language=es_ES", *encodeJson(change)).status, 200);
-  menus = getArray<NutritionMenu>("api/menu?Language=es_ES&UserId=m1_demo");
+  menus = getArray<NutritionMenu>("api/menu?Language=es_ES&UserId=" + id);
   EXPECT_EQ(menus[0].processed, true);
   EXPECT_EQ(menus[0].serialNumber, 2);
 }
 
 TEST_F(Endpoints, DishReplacementKeepsTheCourseAndTheEnergy) {
-  createUser(member("m1_demo"));
-  const auto before = getArray<NutritionMenu>("api/menu?Language=en_EN&UserId=m1_demo")[0];
+  const std::string id = userId("m1");
+  createUser(member(id));
+  const auto before = getArray<NutritionMenu>("api/menu?Language=en_EN&UserId=" + id)[0];
   const NutritionDish old = before.days->at(2).intakes->at(1).dishes->at(1);  // lunch, main
   ASSERT_EQ(old.dishOrderID, 2);
 
-  const HttpReply reply =
-      send("PATCH", "api/menu/dish/replace",
-           R"({"UserId":"m1_demo","DayNum":3,"IntakeId":3,"DishOrderId":2,"Language":"en_EN"})");
+  const HttpReply reply = send(
+      "PATCH", "api/menu/dish/replace",
+      R"({"UserId":")" + id + R"(","DayNum":3,"IntakeId":3,"DishOrderId":2,"Language":"en_EN"})");
   ASSERT_EQ(reply.status, 200) << reply.body;
   const auto after = decodeJsonArray<NutritionMenu>(reply.body)->at(0);
   const NutritionDish fresh = after.days->at(2).intakes->at(1).dishes->at(1);
@@ -172,30 +175,31 @@ TEST_F(Endpoints, DishReplacementKeepsTheCourseAndTheEnergy) {
   EXPECT_EQ(after.days->at(2).kcalDay, before.days->at(2).kcalDay);
   // Everything else is as it was.
   EXPECT_EQ(after.days->at(0), before.days->at(0));
-  EXPECT_EQ(getArray<NutritionMenu>("api/menu?Language=en_EN&UserId=m1_demo")[0], after);
+  EXPECT_EQ(getArray<NutritionMenu>("api/menu?Language=en_EN&UserId=" + id)[0], after);
 
   EXPECT_EQ(send("PATCH", "api/menu/dish/replace",
-                 R"({"UserId":"m1_demo","DayNum":9,"IntakeId":3,"DishOrderId":2})")
+                 R"({"UserId":")" + id + R"(","DayNum":9,"IntakeId":3,"DishOrderId":2})")
                 .status,
             404);
-  EXPECT_EQ(send("PATCH", "api/menu/dish/replace", R"({"UserId":"m1_demo"})").status, 400);
+  EXPECT_EQ(send("PATCH", "api/menu/dish/replace", R"({"UserId":")" + id + R"("})").status, 400);
 }
 
 TEST_F(Endpoints, FavouritesAreKeptPerUser) {
-  createUser(member("m1_demo"));
+  const std::string id = userId("m1");
+  createUser(member(id));
   NutritionDish dish;
   dish.dishID = 5;
   dish.kcal = 300;
-  const std::string add = *encodeJson(NutritionFavoriteDishPost{"m1_demo", dish});
+  const std::string add = *encodeJson(NutritionFavoriteDishPost{id, dish});
   ASSERT_EQ(send("POST", "api/favorite-dish/add", add).status, 200);
   const HttpReply again = send("POST", "api/favorite-dish/add", add);
   const auto added = decodeJsonArray<NutritionFavoriteDishPost>(again.body);
   ASSERT_TRUE(added.ok()) << again.body;
   ASSERT_EQ(added->size(), 1u);
-  EXPECT_EQ(added->at(0).userId, "m1_demo");
+  EXPECT_EQ(added->at(0).userId, id);
   EXPECT_EQ(added->at(0).dish->dishID, 5);
 
-  const auto listed = getArray<NutritionDish>("api/favorite-dish?UserId=m1_demo&Language=en_EN");
+  const auto listed = getArray<NutritionDish>("api/favorite-dish?UserId=" + id + "&Language=en_EN");
   ASSERT_EQ(listed.size(), 1u);
   EXPECT_EQ(listed[0].kcal, 300);
   EXPECT_TRUE(listed[0].name.has_value());
@@ -203,7 +207,7 @@ TEST_F(Endpoints, FavouritesAreKeptPerUser) {
       getArray<NutritionDish>("api/favorite-dish?UserId=other_demo&Language=en_EN").empty());
 
   const HttpReply removed =
-      send("DELETE", "api/favorite-dish/delete", R"({"UserId":"m1_demo","DishId":5})");
+      send("DELETE", "api/favorite-dish/delete", R"({"UserId":")" + id + R"(","DishId":5})");
   const auto remaining = decodeJsonArray<NutritionFavoriteDishesGet>(removed.body);
   ASSERT_TRUE(remaining.ok()) << removed.body;
   EXPECT_EQ(remaining->at(0).dishes, std::vector<NutritionDish>{});

@@ -1,9 +1,12 @@
 #pragma once
-// A sandbox server per test on an ephemeral port, with a clock the test moves, and helpers to
-// reach it over HTTP and decode its answers with the module's own decoders.
+// Sandbox tests: the binary's shared sandbox (or a server of the test's own, for options of its
+// own), a clock the test moves, and helpers to reach it over HTTP and decode its answers with
+// the module's own decoders. Member ids carry the test's name, so tests never meet each
+// other's members on the shared server.
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
 #include <string>
 
@@ -11,23 +14,23 @@
 #include "model/NutritionUser.h"
 #include "sandbox/SandboxServer.h"
 #include "support/Curl.h"
+#include "support/SharedSandbox.h"
 #include "support/TestPlatform.h"
 
 namespace nutrition::test {
 
 class SandboxTest : public ::testing::Test {
  protected:
-  void SetUp() override { startServer({.processingTime = std::chrono::milliseconds(0)}); }
-
+  // Replaces the shared sandbox for this test with a server of its own.
   void startServer(sandbox::SandboxServer::Options options = {}) {
-    server_.reset();
-    options.now = [this] { return now_; };
-    server_ = std::make_unique<sandbox::SandboxServer>(std::move(options));
-    ASSERT_TRUE(server_->start());
+    own_.reset();
+    options.now = [] { return sandboxNow().load(); };
+    own_ = std::make_unique<sandbox::SandboxServer>(std::move(options));
+    ASSERT_TRUE(own_->start());
   }
 
-  sandbox::SandboxServer& server() { return *server_; }
-  std::string url(const std::string& path) const { return server_->baseURL() + path; }
+  sandbox::SandboxServer& server() { return own_ ? *own_ : sharedSandbox(); }
+  std::string url(const std::string& path) { return server().baseURL() + path; }
 
   HttpReply get(const std::string& path) { return httpGet(url(path)); }
   HttpReply send(const std::string& method, const std::string& path, const std::string& body) {
@@ -49,10 +52,16 @@ class SandboxTest : public ::testing::Test {
     ASSERT_EQ(reply.status, 200) << reply.body;
   }
 
+  // "<member>-<test name>_demo": a backend user id of the demo account no other test uses.
+  static std::string userId(const std::string& member) {
+    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    return member + "-" + test->test_suite_name() + "." + test->name() + "_demo";
+  }
+
   static NutritionUser member(const std::string& userId) {
     NutritionUser user;
     user.userID = userId;
-    user.memberID = userId.substr(0, userId.find('_'));
+    user.memberID = userId.substr(0, userId.rfind('_'));
     user.clientID = 1;
     user.gender = NutritionGender::female;
     user.height = 165;
@@ -65,10 +74,10 @@ class SandboxTest : public ::testing::Test {
     return user;
   }
 
-  double now_ = 1'800'000'000.0;
+  std::atomic<double>& now_ = sandboxNow();
 
  private:
-  std::unique_ptr<sandbox::SandboxServer> server_;
+  std::unique_ptr<sandbox::SandboxServer> own_;
 };
 
 }  // namespace nutrition::test

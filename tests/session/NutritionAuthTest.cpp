@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/SharedInstance.h"
-#include "config/NutritionSDKUtils.h"
-#include "facade/NutritionSDK.h"
+#include "facade/Core.h"
 #include "model/ModelCodec.h"
 #include "support/TestPlatform.h"
 
@@ -20,18 +18,27 @@ constexpr const char* kKnownMember =
     R"([{"_id": "d1", "UserId": "m1_acme", "MemberId": "m1", "ClientId": 7, "Weight": 70,
         "Height": 180, "Gender": "Male", "DietId": 1, "PreferenceIds": [2]}])";
 
+// The session with the real clients over a scripted HTTP client, wired by a Core of fakes.
 class SessionTest : public ::testing::Test {
  protected:
-  void SetUp() override { NutritionSDK::sharedInstance().setURL(kBase); }
+  SessionTest() { makeCore(); }
 
-  NutritionAuth& session() { return NutritionAuth::sharedInstance(); }
+  // A new Core, as a new launch of the host app makes.
+  void makeCore() {
+    core_.reset();
+    core_.emplace(platform_.shared());
+    sdk().setURL(kBase);
+  }
+
+  NutritionAuth& session() { return core_->session(); }
+  NutritionSDK& sdk() { return core_->sdk(); }
   test::ScriptedHttpClient& http() { return platform_.http(); }
 
   std::string lastURL() { return platform_.http().requests().back().url; }
 
   // Logs in and answers the login and the member download.
   void startAs(const char* member, const char* account, const char* memberAnswer) {
-    NutritionSDK::sharedInstance().start(member, "acme", "secret");
+    sdk().start(member, "acme", "secret");
     http().answer(account);
     platform_.queue().runUntilIdle();
     ASSERT_EQ(http().waiting(), 1u);
@@ -40,10 +47,11 @@ class SessionTest : public ::testing::Test {
   }
 
   test::TestPlatform platform_;
+  std::optional<Core> core_;
 };
 
 TEST_F(SessionTest, StartUpMakesExactlyTheLoginAndTheMemberDownload) {
-  NutritionSDK::sharedInstance().start("m1", "acme", "secret");
+  sdk().start("m1", "acme", "secret");
   ASSERT_EQ(http().requests().size(), 1u);
   const HttpRequest& login = http().requests()[0];
   EXPECT_EQ(login.method, "POST");
@@ -90,7 +98,7 @@ TEST_F(SessionTest, UnknownMemberGetsAnEmptyRecordWithItsIds) {
 }
 
 TEST_F(SessionTest, LoginWithoutAnswerChangesNothing) {
-  NutritionSDK::sharedInstance().start("m1", "acme", "secret");
+  sdk().start("m1", "acme", "secret");
   http().failTransport();
   platform_.queue().runUntilIdle();
   EXPECT_EQ(http().requests().size(), 1u);
@@ -100,26 +108,26 @@ TEST_F(SessionTest, LoginWithoutAnswerChangesNothing) {
 }
 
 TEST_F(SessionTest, StartSessionThenSetMemberIdEqualsStart) {
-  NutritionSDK::sharedInstance().startSession("acme", "secret");
+  sdk().startSession("acme", "secret");
   http().answer(kAccount);
   platform_.queue().runUntilIdle();
   EXPECT_EQ(http().requests().size(), 1u);  // no member yet
-  EXPECT_FALSE(NutritionSDK::sharedInstance().getProfile().has_value());
+  EXPECT_FALSE(sdk().getProfile().has_value());
 
-  NutritionSDK::sharedInstance().setMemberId("m1");
+  sdk().setMemberId("m1");
   http().answer(kKnownMember);
   platform_.queue().runUntilIdle();
   const auto viaSetMember = session().currentUser;
 
   startAs("m1", kAccount, kKnownMember);
   EXPECT_EQ(session().currentUser, viaSetMember);
-  EXPECT_EQ(NutritionSDK::sharedInstance().app_id, "acme");
+  EXPECT_EQ(sdk().app_id, "acme");
 }
 
 TEST_F(SessionTest, ProfileUpdateSendsTheStartingPlanAndHoldsTheMenu) {
   startAs("m1", kAccount, "[]");
   platform_.stores().suite("NutritionPreferences")->set("ayuno_timer", 1.0);
-  NutritionSDK::sharedInstance().setCountry(NutritionUserCountry::usa);
+  sdk().setCountry(NutritionUserCountry::usa);
 
   // Without generateMenu the change stays local.
   session().updateNutritionUser(NutritionGender::male, 180, 90, utc(1981, 6, 1), false, true);
@@ -150,9 +158,8 @@ TEST_F(SessionTest, ProfileUpdateSendsTheStartingPlanAndHoldsTheMenu) {
   platform_.queue().runUntilIdle();
   EXPECT_FALSE(session().isUnregister);
   EXPECT_EQ(session().currentUser->weight, 70);
-  const double now =
-      std::chrono::duration<double>(platform_.clock().now().time_since_epoch()).count();
-  EXPECT_EQ(platform_.stores().standard()->getDouble("hold_menu_timer"), now + 5.0);
+  EXPECT_EQ(platform_.stores().standard()->getDouble("hold_menu_timer"),
+            platform_.nowSeconds() + 5.0);
   EXPECT_FALSE(platform_.stores().suite("NutritionPreferences")->value("ayuno_timer"));
 
   // A known member is updated with PATCH.
@@ -185,44 +192,14 @@ TEST_F(SessionTest, OperationDateAppliesTheBariatricPhaseOnce) {
   EXPECT_EQ(body->targetWeight, 59);  // 45.5 + 15 * 0.92 = 59.3
 }
 
-TEST_F(SessionTest, PhasePlansFollowTheirTable) {
-  startAs("m1", kAccount, kKnownMember);
-  struct Plan {
-    void (NutritionAuth::*set)();
-    std::int64_t diet, distribution;
-    double kcal;
-    std::vector<std::int64_t> intakes;
-  };
-  const std::vector<Plan> plans{
-      {&NutritionAuth::setPhase0, 10, 5, 630.0, {1, 2, 3, 4, 5}},
-      {&NutritionAuth::setPhase1, 11, 6, 400.0, {1, 2, 4}},
-      {&NutritionAuth::setPhase2, 12, 5, 1400.0, {1, 2, 3, 4, 5}},
-      {&NutritionAuth::setPhase3, 13, 5, 1500.0, {1, 2, 3, 4, 5}},
-      {&NutritionAuth::setPhase4, 14, 5, 1600.0, {1, 2, 3, 4, 5}},
-  };
-  for (const auto& plan : plans) {
-    SCOPED_TRACE(plan.diet);
-    (session().*plan.set)();
-    const NutritionUser& user = *session().currentUser;
-    EXPECT_EQ(user.dietID, plan.diet);
-    EXPECT_EQ(user.distributionByIntakeID, plan.distribution);
-    EXPECT_EQ(user.dailyKcal, plan.kcal);
-    std::vector<std::int64_t> intakes;
-    for (const auto& selected : *user.selectedIntakes)
-      intakes.push_back(*selected.intake);
-    EXPECT_EQ(intakes, plan.intakes);
-  }
-}
-
 TEST_F(SessionTest, LogoutForgetsTheMemberAndTheToken) {
   platform_.stores().standard()->set("training_auth_token", std::string("tok"));
-  resetSharedInstances();
-  NutritionSDK::sharedInstance().setURL(kBase);
+  makeCore();
   EXPECT_EQ(session().token, "tok");
 
   startAs("m1", kAccount, kKnownMember);
-  NutritionSDK::sharedInstance().logout();
-  EXPECT_FALSE(NutritionSDK::sharedInstance().getProfile().has_value());
+  sdk().logout();
+  EXPECT_FALSE(sdk().getProfile().has_value());
   EXPECT_TRUE(session().isUnregister);
   EXPECT_EQ(session().memberID, "");
   EXPECT_EQ(session().appID, "");

@@ -1,9 +1,9 @@
 #include "support/TestPlatform.h"
 
 #include <unistd.h>
+
 #include <atomic>
 
-#include "base/SharedInstance.h"
 #include "platform/linux/DirectoryResourceBundle.h"
 
 namespace nutrition::test {
@@ -32,19 +32,26 @@ TestPlatform::TestPlatform(Options options)
   platform->locale = std::make_shared<FixedDeviceLocale>(options.language);
   platform->http = options.http ? options.http : scripted_;
   platform->mainQueue = queue_;
-  if (options.realResources) {
-    platform->resources = std::make_shared<DirectoryResourceBundle>(NUTRITION_RESOURCES_DIR);
-  }
+  platform->resources =
+      options.realResources
+          ? std::shared_ptr<const ResourceBundle>(
+                std::make_shared<DirectoryResourceBundle>(NUTRITION_RESOURCES_DIR))
+          : std::make_shared<EmptyResourceBundle>();
+  platform->notifications = std::make_shared<InMemoryNotificationScheduler>();
+  platform->fonts = std::make_shared<InMemoryFontRegistry>();
   platform->documentsDirectory = documents_.string();
-  resetSharedInstances();
-  previous_ = Platform::install(std::move(platform));
+  platform_ = std::move(platform);
+  if (options.install) previous_ = Platform::install(platform_);
 }
 
 TestPlatform::~TestPlatform() {
-  resetSharedInstances();
-  Platform::install(previous_);
+  if (previous_) Platform::install(previous_);
   std::error_code ignored;
   std::filesystem::remove_all(documents_, ignored);
+}
+
+double TestPlatform::nowSeconds() const {
+  return secondsSince1970(*clock_);
 }
 
 }  // namespace nutrition::test

@@ -1,8 +1,9 @@
 #pragma once
-// Test doubles for the platform bundle: a clock the test sets and steps, and a fixture helper
-// that installs fakes for the test's life (a scripted HTTP client, a manual main queue on the
-// fake clock, in-memory stores, a documents folder of its own) with fresh shared instances,
-// then restores the previous platform.
+// Test doubles for the platform bundle: a clock the test sets and steps, and a bundle of fakes
+// for the test's life (a scripted HTTP client, a manual main queue on the fake clock,
+// in-memory stores, a documents folder of its own). Unit tests build services from
+// `bundle()` directly; end-to-end tests install it, so the singletons reach a fresh Core built
+// from it, and the previous bundle comes back at the end.
 
 #include <filesystem>
 #include <memory>
@@ -36,6 +37,7 @@ class TestPlatform {
     std::shared_ptr<const Calendar> calendar;  // UTC when empty
     std::shared_ptr<HttpClient> http;          // a ScriptedHttpClient when empty
     bool realResources = false;                // the project's resources/ directory
+    bool install = false;                      // installed for the test's life
   };
 
   TestPlatform() : TestPlatform(Options{}) {}
@@ -44,7 +46,11 @@ class TestPlatform {
   TestPlatform(const TestPlatform&) = delete;
   TestPlatform& operator=(const TestPlatform&) = delete;
 
+  const Platform& bundle() const { return *platform_; }
+  std::shared_ptr<const Platform> shared() const { return platform_; }
   FakeClock& clock() { return *clock_; }
+  // Now as the stores keep instants: seconds since 1970.
+  double nowSeconds() const;
   KeyValueStores& stores() { return *stores_; }
   ManualMainQueue& queue() { return *queue_; }
   // The scripted client, when the test did not bring its own.
@@ -57,6 +63,7 @@ class TestPlatform {
   std::shared_ptr<ManualMainQueue> queue_;
   std::shared_ptr<ScriptedHttpClient> scripted_;
   std::filesystem::path documents_;
+  std::shared_ptr<const Platform> platform_;
   std::shared_ptr<const Platform> previous_;
 };
 

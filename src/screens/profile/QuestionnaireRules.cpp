@@ -2,16 +2,10 @@
 
 #include <algorithm>
 
-#include "config/NutritionSDKUtils.h"
-#include "logic/NutritionProfileUtils.h"
-#include "session/NutritionAuth.h"
-#include "text/Localization.h"
-
 namespace nutrition {
 
-bool isQuestionShown(const HealthQuestion& question) {
-  return question.identifier != "intermittentFastingID" ||
-         NutritionSDKUtils::sharedInstance().intermittentFastingEnable;
+bool isQuestionShown(const HealthQuestion& question, const NutritionSDKUtils& config) {
+  return question.identifier != "intermittentFastingID" || config.intermittentFastingEnable;
 }
 
 AnyValue multipleSelectionValue(const std::vector<std::optional<std::int64_t>>& tickedScores) {
@@ -19,30 +13,23 @@ AnyValue multipleSelectionValue(const std::vector<std::optional<std::int64_t>>& 
   return AnyValue(tickedScores);
 }
 
-void savePanel(const std::vector<PanelAnswer>& answers) {
-  auto& profile = NutritionProfileUtils::sharedInstance();
+void savePanel(const std::vector<PanelAnswer>& answers, NutritionProfileUtils& profile) {
   for (const auto& answer : answers) {
     profile.updateUserField(answer.identifier.value_or(""), answer.value);
   }
 }
 
-std::optional<std::string> pageRefusal(std::size_t pageIndex) {
-  if (pageIndex != 1) return std::nullopt;
-  const auto& user = NutritionAuth::sharedInstance().currentUser;
-  if (!user || !user->preferences) return std::nullopt;
-  const auto& preferences = *user->preferences;
+std::optional<std::string> pageRefusal(std::size_t pageIndex, const NutritionUser* member,
+                                       const StringTables& strings) {
+  if (pageIndex != 1 || !member || !member->preferences) return std::nullopt;
+  const auto& preferences = *member->preferences;
   const auto has = [&](std::int64_t id) {
     return std::find(preferences.begin(), preferences.end(), id) != preferences.end();
   };
   if (has(1) && has(2)) {
-    return localized("No es posible seleccionar vegano y vegetariano simultanemente");
+    return strings.localized("No es posible seleccionar vegano y vegetariano simultanemente");
   }
   return std::nullopt;
-}
-
-void applyLastPageValues() {
-  auto& user = NutritionAuth::sharedInstance().currentUser;
-  if (user) user->setTargetWeightAndDailyKcal();
 }
 
 }  // namespace nutrition

@@ -9,13 +9,17 @@
 #include <string>
 #include <vector>
 
+#include "config/NutritionSDKUtils.h"
 #include "logic/AnyValue.h"
+#include "logic/NutritionProfileUtils.h"
 #include "model/HealthProfile.h"
+#include "model/NutritionUser.h"
+#include "text/StringTables.h"
 
 namespace nutrition {
 
 // The fasting question is left out unless intermittent fasting is enabled.
-bool isQuestionShown(const HealthQuestion& question);
+bool isQuestionShown(const HealthQuestion& question, const NutritionSDKUtils& config);
 
 // The scores of the ticked rows, in row order; nothing when no row is ticked.
 AnyValue multipleSelectionValue(const std::vector<std::optional<std::int64_t>>& tickedScores);
@@ -26,14 +30,11 @@ struct PanelAnswer {
 };
 
 // Writes every answer of a panel, in order, answered or not.
-void savePanel(const std::vector<PanelAnswer>& answers);
+void savePanel(const std::vector<PanelAnswer>& answers, NutritionProfileUtils& profile);
 
 // After a page is saved: the message that refuses it, if any. The second page (index 1) is
-// refused while the member's preferences hold both vegan (1) and vegetarian (2).
-std::optional<std::string> pageRefusal(std::size_t pageIndex);
-
-// After the last page is saved: the target weight (whole part of the ideal weight) and the
-// daily energy.
-void applyLastPageValues();
+// refused while `member`'s preferences hold both vegan (1) and vegetarian (2).
+std::optional<std::string> pageRefusal(std::size_t pageIndex, const NutritionUser* member,
+                                       const StringTables& strings);
 
 }  // namespace nutrition

