@@ -14,10 +14,11 @@ trap cleanup EXIT
 fail() { echo "FAIL: $*" >&2; exit 1; }
 export XDG_DATA_HOME="$work/data"
 export LC_ALL=C  # Spanish texts, whatever the machine says
+export NUTRITIONKIT_NOW=2026-11-21T12:00:00Z TZ=UTC  # a Saturday noon, every run
 
 "$nutrition" >"$work/out.log" 2>"$work/err.log" || { cat "$work/out.log" "$work/err.log" >&2; fail "main job failed"; }
 for expected in "the backend does not know member demo-member_demo" "Public profile:" \
-    "height 165 cm, weight 62 kg, gender Female" "ideal weight" "Today's menu:" "Desayuno" \
+    "height 165 cm, weight 62 kg, gender Female" "ideal weight" "Today's menu: Saturday (day 6)" "Desayuno" \
     "POST   http://127.0.0.1:" "api/user?Language=" "(withheld: it holds the password)"; do
   grep -qF "$expected" "$work/out.log" || { cat "$work/out.log" >&2; fail "missing '$expected'"; }
 done
