@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake pkg-config clang-format
+  build-essential cmake pkg-config clang-format clang-tidy
   libsimdjson-dev libcurl4-openssl-dev libhowardhinnant-date-dev libcpp-httplib-dev tzdata
   libgtest-dev libgmock-dev libbenchmark-dev curl
 )

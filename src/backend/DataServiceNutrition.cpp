@@ -72,11 +72,13 @@ void DataServiceNutrition::fetchList(const char* path,
 
 void DataServiceNutrition::fetchMenu(const BackendRequest& request,
                                      BackendCompletion<NutritionMenu> completion) const {
-  perform(request, failing(completion), [completion](const std::string& body) {
-    const auto menus = decoded(decodeJsonArray<NutritionMenu>(body), "menu");
-    completion(std::nullopt,
-               menus && !menus->empty() ? std::optional(menus->front()) : std::nullopt);
-  });
+  auto onTransportError = failing(completion);
+  perform(request, std::move(onTransportError),
+          [completion = std::move(completion)](const std::string& body) {
+            const auto menus = decoded(decodeJsonArray<NutritionMenu>(body), "menu");
+            completion(std::nullopt,
+                       menus && !menus->empty() ? std::optional(menus->front()) : std::nullopt);
+          });
 }
 
 void DataServiceNutrition::getWeeklyIAMenu(BackendCompletion<NutritionMenu> completion) const {
@@ -148,14 +150,16 @@ void DataServiceNutrition::updateUser(const NutritionUser& user, bool isNew,
   }
   const BackendRequest request{
       isNew ? "POST" : "PATCH", "api/user", {{"Language", language()}}, std::move(body).value()};
-  perform(request, failing(completion), [this, completion](const std::string&) {
-    // The answer's body is not read: the menu made from the old profile is dropped and the
-    // member read again, as the backend now has it.
-    links_.refresh.dropHeldMenu();
-    links_.refresh.rereadMember([completion](std::optional<NutritionUser> reread) {
-      completion(std::nullopt, std::move(reread));
-    });
-  });
+  auto onTransportError = failing(completion);
+  perform(request, std::move(onTransportError),
+          [this, completion = std::move(completion)](const std::string&) {
+            // The answer's body is not read: the menu made from the old profile is dropped and the
+            // member read again, as the backend now has it.
+            links_.refresh.dropHeldMenu();
+            links_.refresh.rereadMember([completion](std::optional<NutritionUser> reread) {
+              completion(std::nullopt, std::move(reread));
+            });
+          });
 }
 
 void DataServiceNutrition::getIntakes(

@@ -76,8 +76,8 @@ class DataServiceNutrition {
  private:
   using AnswerHandler = std::function<void(std::string body)>;
 
-  std::string language() const;
-  std::string currentUserId() const;
+  [[nodiscard]] std::string language() const;
+  [[nodiscard]] std::string currentUserId() const;
   // Sends `request`; a transport error goes to `onTransportError` at once, on the HTTP
   // client's thread; an answer's body goes to `onAnswer` on the main queue while this service
   // exists.

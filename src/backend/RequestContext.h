@@ -17,15 +17,15 @@ class CurrentUserSource {
  public:
   virtual ~CurrentUserSource() = default;
   // Null without one.
-  virtual const NutritionUser* currentMember() const = 0;
+  [[nodiscard]] virtual const NutritionUser* currentMember() const = 0;
 };
 
 // The day and intake the menu screens have selected (the data holder's selection).
 class MenuSelection {
  public:
   virtual ~MenuSelection() = default;
-  virtual std::optional<std::int64_t> selectedMenuDay() const = 0;
-  virtual std::optional<std::int64_t> selectedMenuIntake() const = 0;
+  [[nodiscard]] virtual std::optional<std::int64_t> selectedMenuDay() const = 0;
+  [[nodiscard]] virtual std::optional<std::int64_t> selectedMenuIntake() const = 0;
 };
 
 // What follows a member update the backend took: the menu made from the old profile is

@@ -14,11 +14,11 @@ namespace nutrition {
 class Lifetime {
  public:
   Lifetime() = default;
-  // A copy is a new owner with a lifetime of its own.
-  Lifetime(const Lifetime&) : Lifetime() {}
-  Lifetime& operator=(const Lifetime&) { return *this; }
+  // Owners are not copied: tasks already posted watch one owner only.
+  Lifetime(const Lifetime&) = delete;
+  Lifetime& operator=(const Lifetime&) = delete;
 
-  std::weak_ptr<const void> watch() const { return token_; }
+  [[nodiscard]] std::weak_ptr<const void> watch() const { return token_; }
 
  private:
   std::shared_ptr<const void> token_ = std::make_shared<char>(0);

@@ -30,10 +30,10 @@ class [[nodiscard]] Result {
   Result(T value) : state_(std::move(value)) {}      // NOLINT(google-explicit-constructor)
   Result(Error error) : state_(std::move(error)) {}  // NOLINT(google-explicit-constructor)
 
-  bool ok() const { return std::holds_alternative<T>(state_); }
+  [[nodiscard]] bool ok() const { return std::holds_alternative<T>(state_); }
   explicit operator bool() const { return ok(); }
 
-  const T& value() const& { return std::get<T>(state_); }
+  [[nodiscard]] const T& value() const& { return std::get<T>(state_); }
   T& value() & { return std::get<T>(state_); }
   T&& value() && { return std::get<T>(std::move(state_)); }
   const T& operator*() const& { return value(); }
@@ -41,7 +41,7 @@ class [[nodiscard]] Result {
   const T* operator->() const { return &value(); }
   T* operator->() { return &value(); }
 
-  const Error& error() const { return std::get<Error>(state_); }
+  [[nodiscard]] const Error& error() const { return std::get<Error>(state_); }
 
  private:
   std::variant<T, Error> state_;

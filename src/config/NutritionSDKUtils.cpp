@@ -30,19 +30,20 @@ void NutritionSDKUtils::setUserProfileAsFilled(const std::string& memberID) {
 
 void NutritionSDKUtils::downloadImage(const std::string& url, Folder folder,
                                       std::function<void(std::optional<Image>)> completion) const {
-  getData(url, [this, url, folder, queue = queue_, alive = lifetime_.watch(),
-                completion = std::move(completion)](std::optional<std::string> data,
-                                                    std::optional<int>, std::optional<Error>) {
-    postIfAlive(queue, alive, [this, url, folder, data = std::move(data), completion] {
-      if (!data || !looksLikeImage(*data)) {
-        completion(std::nullopt);
-        return;
-      }
-      Image image{std::vector<std::uint8_t>(data->begin(), data->end())};
-      writeImage(image, url, folder);
-      completion(std::move(image));
-    });
-  });
+  getData(url,
+          [this, url, folder, queue = queue_, alive = lifetime_.watch(),
+           completion = std::move(completion)](std::optional<std::string> data, std::optional<int>,
+                                               const std::optional<Error>&) {
+            postIfAlive(queue, alive, [this, url, folder, data = std::move(data), completion] {
+              if (!data || !looksLikeImage(*data)) {
+                completion(std::nullopt);
+                return;
+              }
+              Image image{std::vector<std::uint8_t>(data->begin(), data->end())};
+              writeImage(image, url, folder);
+              completion(std::move(image));
+            });
+          });
 }
 
 void NutritionSDKUtils::getData(const std::string& url, DataCompletion completion) const {

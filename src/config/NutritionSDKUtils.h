@@ -56,22 +56,24 @@ class NutritionSDKUtils {
   std::string mainURL{kDefaultBackendURL};
 
   // The backend's code for the configured language ("es_ES", "en_EN", ...).
-  std::string_view languageCode() const { return rawValue(sdkLanguage); }
+  [[nodiscard]] std::string_view languageCode() const { return rawValue(sdkLanguage); }
 
   // Whether `memberID` (the session's member) is recorded as having filled in the profile.
-  bool isProfileFilled(std::string_view memberID) const;
+  [[nodiscard]] bool isProfileFilled(std::string_view memberID) const;
   // Records `memberID` (duplicates are kept).
   void setUserProfileAsFilled(const std::string& memberID);
 
   void createFolder(Folder folder) const { images_.createFolder(folder); }
-  std::string getURLForFolder(Folder folder) const { return images_.folderURL(folder); }
-  bool existImage(std::string_view urlImage, Folder folder) const {
+  [[nodiscard]] std::string getURLForFolder(Folder folder) const {
+    return images_.folderURL(folder);
+  }
+  [[nodiscard]] bool existImage(std::string_view urlImage, Folder folder) const {
     return images_.exists(urlImage, folder);
   }
   void writeImage(const Image& image, std::string_view url, Folder folder) const {
     images_.write(image, url, folder);
   }
-  std::optional<Image> getImage(std::string_view url, Folder folder) const {
+  [[nodiscard]] std::optional<Image> getImage(std::string_view url, Folder folder) const {
     return images_.read(url, folder);
   }
   // Downloads an image and caches it; the completion runs on the main queue with the image, or

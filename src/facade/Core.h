@@ -61,9 +61,9 @@ class Core {
   class Links final : public CurrentUserSource, public MenuSelection, public MemberRefresh {
    public:
     explicit Links(Core& core) : core_(core) {}
-    const NutritionUser* currentMember() const override;
-    std::optional<std::int64_t> selectedMenuDay() const override;
-    std::optional<std::int64_t> selectedMenuIntake() const override;
+    [[nodiscard]] const NutritionUser* currentMember() const override;
+    [[nodiscard]] std::optional<std::int64_t> selectedMenuDay() const override;
+    [[nodiscard]] std::optional<std::int64_t> selectedMenuIntake() const override;
     void dropHeldMenu() override;
     void rereadMember(std::function<void(std::optional<NutritionUser>)> completion) override;
 

@@ -105,7 +105,7 @@ void NutritionSDK::updateProfile(std::optional<NutritionGender> sex,
   core_.config().showWaitingScreens = needsWaitingScreens;
   auto& session = core_.session();
   session.getNutritionUser([&session, sex, height, weigth, birthDate, generateMenu,
-                            needsWaitingScreens](std::optional<NutritionUser>) {
+                            needsWaitingScreens](const std::optional<NutritionUser>&) {
     session.updateNutritionUser(sex, height, weigth, birthDate, generateMenu, needsWaitingScreens);
   });
 }
@@ -118,7 +118,8 @@ void NutritionSDK::updateProfile(std::optional<NutritionGender> sex,
   core_.config().showWaitingScreens = needsWaitingScreens;
   auto& session = core_.session();
   session.getNutritionUser([&session, sex, height, weigth, birthDate, activityLevel, operationDate,
-                            generateMenu, needsWaitingScreens](std::optional<NutritionUser>) {
+                            generateMenu,
+                            needsWaitingScreens](const std::optional<NutritionUser>&) {
     session.updateNutritionUser(sex, height, weigth, birthDate, activityLevel, operationDate,
                                 generateMenu, needsWaitingScreens);
   });

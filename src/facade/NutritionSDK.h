@@ -49,16 +49,16 @@ class NutritionSDK {
   void setShortProfile(bool isShort);
   void setWaitingSecodsForScreen(std::int64_t seconds);
   void setIntermittentFastingEnable(bool enabled);
-  bool showExcludedAliments() const;
+  [[nodiscard]] bool showExcludedAliments() const;
   void setShowExcludedAliments(bool show);
 
   // The session's member; nothing without one.
-  std::optional<PublicProfile> getProfile() const;
-  std::optional<std::int64_t> getUserYear() const;
-  std::optional<std::int64_t> getUserHeight() const;
-  std::optional<std::int64_t> getUserWeight() const;
-  std::optional<NutritionGender> getUserGender() const;
-  bool isProfileFilled() const;
+  [[nodiscard]] std::optional<PublicProfile> getProfile() const;
+  [[nodiscard]] std::optional<std::int64_t> getUserYear() const;
+  [[nodiscard]] std::optional<std::int64_t> getUserHeight() const;
+  [[nodiscard]] std::optional<std::int64_t> getUserWeight() const;
+  [[nodiscard]] std::optional<NutritionGender> getUserGender() const;
+  [[nodiscard]] bool isProfileFilled() const;
 
   // Updates the member's profile; with generateMenu the starting plan is sent to the backend,
   // which builds a new menu. The result shows in the screens.
@@ -74,15 +74,15 @@ class NutritionSDK {
 
   // Fasting: whether the member has a scheme (present and not 0), whether a fast is running,
   // and the name of the current phase ("" when it has none).
-  bool hasIntermittentFasting() const;
-  bool isDoingIntermittentFasting() const;
-  std::string getIntermittentFastingPhase() const;
+  [[nodiscard]] bool hasIntermittentFasting() const;
+  [[nodiscard]] bool isDoingIntermittentFasting() const;
+  [[nodiscard]] std::string getIntermittentFastingPhase() const;
 
   // Today's day of the menu, downloading the menu unless a processed one is held; on the main
   // queue, with nothing when no day matches or no menu came.
   void getTodayMenu(std::function<void(std::optional<NutritionDay>)> completion);
   // Today's day of the menu already held, or an empty day.
-  NutritionDay getTodayMenu() const;
+  [[nodiscard]] NutritionDay getTodayMenu() const;
   // Always 5, at once.
   void getNumberOfIntakes(const std::function<void(std::int64_t)>& completion) const;
 

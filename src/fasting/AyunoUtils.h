@@ -36,19 +36,19 @@ class AyunoUtils {
   std::shared_ptr<KeyValueStore> preferences;
 
   // Seconds since the stored start (negative when the clock went back); nothing without one.
-  std::optional<std::int64_t> getCurrentTime() const;
-  bool isFinished() const;
+  [[nodiscard]] std::optional<std::int64_t> getCurrentTime() const;
+  [[nodiscard]] bool isFinished() const;
   // Elapsed over the fasting length; 0.999 once past it.
-  double getCurrentPercentage() const;
+  [[nodiscard]] double getCurrentPercentage() const;
   // "HH:MM:SS" of the elapsed time; hours are not reduced to a day.
-  std::string getCurrentTimeString() const;
+  [[nodiscard]] std::string getCurrentTimeString() const;
   // "Hoy, 08:30" or "Ayer, 23:00" (localised day word); empty without a start.
-  std::string getStartTime() const;
-  std::optional<Date> getFinishTimeDate() const;
+  [[nodiscard]] std::string getStartTime() const;
+  [[nodiscard]] std::optional<Date> getFinishTimeDate() const;
   // "Hoy, 15:00" or "Mañana, 07:00"; empty without a start.
-  std::string getFinishTime() const;
+  [[nodiscard]] std::string getFinishTime() const;
   // The table row for the elapsed hours (bands from 0, 3, 9, 11, 14 and 16 hours).
-  AyunoPhase getCurrentPhase() const;
+  [[nodiscard]] AyunoPhase getCurrentPhase() const;
   // Replaces the pending end-of-fast notification.
   void addAyunoNotification();
   void loadPhases();
@@ -60,8 +60,8 @@ class AyunoUtils {
   void finish();
 
  private:
-  std::optional<double> storedStart() const;
-  double fastingLength() const;
+  [[nodiscard]] std::optional<double> storedStart() const;
+  [[nodiscard]] double fastingLength() const;
   std::string dayAndTime(double seconds, const char* todayWord, const char* otherWord) const;
 
   const CurrentUserSource& user_;

@@ -29,11 +29,11 @@ class AnyValue {
   AnyValue(const std::vector<std::int64_t>& values)   // NOLINT(google-explicit-constructor)
       : value_(List(values.begin(), values.end())) {}
 
-  bool hasValue() const { return !std::holds_alternative<std::monostate>(value_); }
-  std::optional<std::int64_t> integer() const;
-  std::optional<std::string> text() const;
-  std::optional<Date> date() const;
-  std::optional<std::vector<std::int64_t>> integerList() const;
+  [[nodiscard]] bool hasValue() const { return !std::holds_alternative<std::monostate>(value_); }
+  [[nodiscard]] std::optional<std::int64_t> integer() const;
+  [[nodiscard]] std::optional<std::string> text() const;
+  [[nodiscard]] std::optional<Date> date() const;
+  [[nodiscard]] std::optional<std::vector<std::int64_t>> integerList() const;
 
   bool operator==(const AnyValue&) const = default;
 

@@ -29,7 +29,7 @@ class NutritionProfileUtils {
 
   // The field's current value, in the type updateUserField expects; nothing without a member
   // or for an unknown name.
-  AnyValue getValueForField(std::string_view field) const;
+  [[nodiscard]] AnyValue getValueForField(std::string_view field) const;
 
  private:
   NutritionAuth& session_;

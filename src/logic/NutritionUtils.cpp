@@ -80,7 +80,7 @@ NutritionUtils::NutritionUtils(const Platform& platform, const DataServiceNutrit
 template <class T>
 BackendCompletion<T> NutritionUtils::onMain(Completion<T> completion) const {
   return [queue = queue_, alive = lifetime_.watch(), completion = std::move(completion)](
-             std::optional<Error> error, std::optional<T> value) {
+             const std::optional<Error>& error, std::optional<T> value) {
     if (error) {
       postIfAlive(queue, alive, [completion] { completion(std::nullopt); });
     } else if (!alive.expired()) {
@@ -138,7 +138,7 @@ void NutritionUtils::downloadMenu(Completion<NutritionMenu> completion) {
   // Without any answer the held menu stays; an answer replaces it, even with nothing.
   service_.getWeeklyIAMenu(
       [this, queue = queue_, alive = lifetime_.watch(), completion = std::move(completion)](
-          std::optional<Error> error, std::optional<NutritionMenu> menu) {
+          const std::optional<Error>& error, std::optional<NutritionMenu> menu) {
         if (error) {
           postIfAlive(queue, alive, [completion] { completion(std::nullopt); });
           return;

@@ -64,9 +64,9 @@ class NutritionUtils {
   bool isEmbedViewController = false;
 
   // Today's number in the menu: 1 = Monday ... 7 = Sunday, in the device's calendar.
-  std::int64_t todayDayNumber() const;
+  [[nodiscard]] std::int64_t todayDayNumber() const;
   // Today's day of the held menu, or an empty day.
-  NutritionDay getTodayMenu() const;
+  [[nodiscard]] NutritionDay getTodayMenu() const;
   // Today's day, downloading the menu unless a processed one is held.
   void getTodayMenu(Completion<NutritionDay> completion);
   // Downloads the weekly menu and holds it. Without any answer the menu held stays.
@@ -95,13 +95,13 @@ class NutritionUtils {
   // False while the menu screens should still wait for a menu being built after a profile
   // change ("hold_menu_timer" in the future). A hold further ahead than a profile change ever
   // sets, or not a finite number, is corrupt: it is removed and the menu shown.
-  bool canViewMenu() const;
+  [[nodiscard]] bool canViewMenu() const;
 
-  std::vector<WaitScreen> getWaitScreens() const;
+  [[nodiscard]] std::vector<WaitScreen> getWaitScreens() const;
   // The questionnaire file chosen by showExcludedAliments, without its first page when the
   // short profile is configured; nothing when the file is not there.
-  std::optional<std::vector<HealthProfilePage>> getProfileQuestionary() const;
-  std::vector<AlertItem> getInfoFile(std::string_view name) const;
+  [[nodiscard]] std::optional<std::vector<HealthProfilePage>> getProfileQuestionary() const;
+  [[nodiscard]] std::vector<AlertItem> getInfoFile(std::string_view name) const;
 
  private:
   void setFavoriteDishes(std::vector<NutritionDish> dishes);

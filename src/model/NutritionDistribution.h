@@ -36,7 +36,7 @@ struct NutritionDistribution {
 
   // One selected intake with course [1] per distributed intake, in order. Lunch (3) and
   // dinner (5) are left out: their courses come from the questionnaire's own answers.
-  std::vector<SelectedIntake> getSelectedIntakeForDistribution() const;
+  [[nodiscard]] std::vector<SelectedIntake> getSelectedIntakeForDistribution() const;
 
   static constexpr auto jsonFields() {
     using D = NutritionDistribution;

@@ -22,7 +22,7 @@ struct NutritionIntake {
   bool operator==(const NutritionIntake&) const = default;
 
   // Sum of the dishes' kcal (absent counts 0); saturates instead of overflowing.
-  std::int64_t getTotalKcal() const;
+  [[nodiscard]] std::int64_t getTotalKcal() const;
 
   static constexpr auto jsonFields() {
     using I = NutritionIntake;

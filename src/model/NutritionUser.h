@@ -58,15 +58,15 @@ struct NutritionUser {
   bool operator==(const NutritionUser&) const = default;
 
   // Ideal weight in kg by height and sex (a linear rule from 150 cm).
-  double getIdealWeight() const;
+  [[nodiscard]] double getIdealWeight() const;
   // Weight of an ideal body-mass index (22 male, 21 otherwise) in kg.
-  double getIdealWeightKcal() const;
+  [[nodiscard]] double getIdealWeightKcal() const;
   // Kilocalories per kilogram for the activity level.
-  double getActivityNumber() const;
+  [[nodiscard]] double getActivityNumber() const;
   // Age correction of the energy need: whole years of age at `now` in `calendar`.
-  double getYearsFactor(Date now, const Calendar& calendar) const;
+  [[nodiscard]] double getYearsFactor(Date now, const Calendar& calendar) const;
   // Daily energy need (kcal) for the weight goal.
-  double getKcalForDiet(Date now, const Calendar& calendar) const;
+  [[nodiscard]] double getKcalForDiet(Date now, const Calendar& calendar) const;
   // Sets the target weight (ideal weight truncated) and the daily energy, as saving the
   // questionnaire's last page does.
   void setTargetWeightAndDailyKcal(Date now, const Calendar& calendar);

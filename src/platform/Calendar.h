@@ -33,20 +33,20 @@ class Calendar {
   virtual ~Calendar() = default;
 
   // The zone's identifier ("Europe/Madrid").
-  virtual std::string timeZoneIdentifier() const = 0;
+  [[nodiscard]] virtual std::string timeZoneIdentifier() const = 0;
   // Local time minus UTC at `instant`.
-  virtual std::chrono::seconds utcOffset(Date instant) const = 0;
+  [[nodiscard]] virtual std::chrono::seconds utcOffset(Date instant) const = 0;
 
-  LocalDateTime components(Date instant) const;
+  [[nodiscard]] LocalDateTime components(Date instant) const;
   // 1 = Sunday ... 7 = Saturday.
-  unsigned weekday(Date instant) const { return components(instant).weekday; }
-  int year(Date instant) const { return components(instant).year; }
+  [[nodiscard]] unsigned weekday(Date instant) const { return components(instant).weekday; }
+  [[nodiscard]] int year(Date instant) const { return components(instant).year; }
   // Whole years and whole days from `from` to `to`; negative when `to` is earlier.
-  std::int64_t yearsBetween(Date from, Date to) const;
-  std::int64_t daysBetween(Date from, Date to) const;
+  [[nodiscard]] std::int64_t yearsBetween(Date from, Date to) const;
+  [[nodiscard]] std::int64_t daysBetween(Date from, Date to) const;
   // Formats with the patterns "yyyy", "MM", "dd", "HH", "mm" and "ss"; other characters are
   // copied ("HH:mm", "dd/MM/yyyy").
-  std::string format(Date instant, std::string_view pattern) const;
+  [[nodiscard]] std::string format(Date instant, std::string_view pattern) const;
 };
 
 // A zone with a constant offset: UTC by default, or a pinned zone in tests.
@@ -56,8 +56,8 @@ class FixedOffsetCalendar final : public Calendar {
                                std::string identifier = "UTC")
       : offset_(offset), identifier_(std::move(identifier)) {}
 
-  std::string timeZoneIdentifier() const override { return identifier_; }
-  std::chrono::seconds utcOffset(Date) const override { return offset_; }
+  [[nodiscard]] std::string timeZoneIdentifier() const override { return identifier_; }
+  [[nodiscard]] std::chrono::seconds utcOffset(Date) const override { return offset_; }
 
  private:
   std::chrono::seconds offset_;

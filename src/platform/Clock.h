@@ -12,12 +12,12 @@ class Clock {
   using TimePoint = std::chrono::system_clock::time_point;
 
   virtual ~Clock() = default;
-  virtual TimePoint now() const = 0;
+  [[nodiscard]] virtual TimePoint now() const = 0;
 };
 
 class SystemClock final : public Clock {
  public:
-  TimePoint now() const override { return std::chrono::system_clock::now(); }
+  [[nodiscard]] TimePoint now() const override { return std::chrono::system_clock::now(); }
 };
 
 // Now in whole seconds, as the records and the calendar count.

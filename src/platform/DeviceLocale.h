@@ -10,13 +10,13 @@ class DeviceLocale {
   virtual ~DeviceLocale() = default;
   // The ISO 639 language code of the current locale in lower case ("fr"), or the empty string
   // when the locale names no language.
-  virtual std::string languageCode() const = 0;
+  [[nodiscard]] virtual std::string languageCode() const = 0;
 };
 
 class FixedDeviceLocale final : public DeviceLocale {
  public:
   explicit FixedDeviceLocale(std::string code) : code_(std::move(code)) {}
-  std::string languageCode() const override { return code_; }
+  [[nodiscard]] std::string languageCode() const override { return code_; }
 
  private:
   std::string code_;

@@ -21,19 +21,23 @@ class KeyValueStore {
  public:
   virtual ~KeyValueStore() = default;
 
-  virtual std::optional<StoredValue> value(std::string_view key) const = 0;
+  [[nodiscard]] virtual std::optional<StoredValue> value(std::string_view key) const = 0;
   virtual void set(std::string_view key, StoredValue value) = 0;
   virtual void remove(std::string_view key) = 0;
 
-  std::optional<double> getDouble(std::string_view key) const { return get<double>(key); }
-  std::optional<std::string> getString(std::string_view key) const { return get<std::string>(key); }
-  std::optional<std::vector<std::string>> getStringList(std::string_view key) const {
+  [[nodiscard]] std::optional<double> getDouble(std::string_view key) const {
+    return get<double>(key);
+  }
+  [[nodiscard]] std::optional<std::string> getString(std::string_view key) const {
+    return get<std::string>(key);
+  }
+  [[nodiscard]] std::optional<std::vector<std::string>> getStringList(std::string_view key) const {
     return get<std::vector<std::string>>(key);
   }
 
  private:
   template <class T>
-  std::optional<T> get(std::string_view key) const {
+  [[nodiscard]] [[nodiscard]] [[nodiscard]] std::optional<T> get(std::string_view key) const {
     auto stored = value(key);
     if (!stored || !std::holds_alternative<T>(*stored)) return std::nullopt;
     return std::get<T>(std::move(*stored));

@@ -25,7 +25,7 @@ class NotificationScheduler {
   virtual ~NotificationScheduler() = default;
   virtual void removePending(std::string_view identifier) = 0;
   virtual void add(NotificationRequest request) = 0;
-  virtual std::vector<NotificationRequest> pending() const = 0;
+  [[nodiscard]] virtual std::vector<NotificationRequest> pending() const = 0;
 };
 
 // Keeps the pending requests in memory and lists them: the portable default and the test

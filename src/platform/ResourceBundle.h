@@ -17,10 +17,10 @@ class ResourceBundle {
   virtual ~ResourceBundle() = default;
   // The bytes of "name.extension"; nothing when the bundle has no such resource or it cannot
   // be read.
-  virtual std::optional<std::string> resource(std::string_view name,
-                                              std::string_view extension) const = 0;
+  [[nodiscard]] virtual std::optional<std::string> resource(std::string_view name,
+                                                            std::string_view extension) const = 0;
   // Whether the bundle has the resource at all, readable or not.
-  virtual bool contains(std::string_view name, std::string_view extension) const {
+  [[nodiscard]] virtual bool contains(std::string_view name, std::string_view extension) const {
     return resource(name, extension).has_value();
   }
 };
@@ -28,7 +28,8 @@ class ResourceBundle {
 // A bundle with nothing in it: the portable default.
 class EmptyResourceBundle final : public ResourceBundle {
  public:
-  std::optional<std::string> resource(std::string_view, std::string_view) const override {
+  [[nodiscard]] std::optional<std::string> resource(std::string_view,
+                                                    std::string_view) const override {
     return std::nullopt;
   }
 };

@@ -197,16 +197,17 @@ void NutritionAuth::updateWithPhase(BariatricoPhase phase) {
 
 void NutritionAuth::sendCurrentUser() {
   if (!currentUser) return;
-  dataService_.updateUser(
-      *currentUser, isUnregister,
-      [this, alive = lifetime_.watch()](std::optional<Error>, std::optional<NutritionUser> user) {
-        // A member comes back only from an answer, which is handled on the main queue; without
-        // an answer nothing changes.
-        if (!user || alive.expired()) return;
-        currentUser = std::move(user);
-        fastingStore_->remove(kFastingStartKey);
-        standard_->set(kHoldMenuTimerKey, secondsSince1970(*clock_) + kMenuHoldSeconds);
-      });
+  dataService_.updateUser(*currentUser, isUnregister,
+                          [this, alive = lifetime_.watch()](const std::optional<Error>&,
+                                                            std::optional<NutritionUser> user) {
+                            // A member comes back only from an answer, which is handled on the main
+                            // queue; without an answer nothing changes.
+                            if (!user || alive.expired()) return;
+                            currentUser = std::move(user);
+                            fastingStore_->remove(kFastingStartKey);
+                            standard_->set(kHoldMenuTimerKey,
+                                           secondsSince1970(*clock_) + kMenuHoldSeconds);
+                          });
 }
 
 void NutritionAuth::logout() {

@@ -50,7 +50,7 @@ class NutritionAuth {
   // Logs the client account in, then downloads the member unless `memberId` is empty.
   void start(const std::string& memberId, const std::string& appID, const std::string& password);
   // The id the backend knows the member by: memberID + "_" + the client alias.
-  std::string userId() const;
+  [[nodiscard]] std::string userId() const;
   // Downloads the member and makes it (or, when unknown, an empty new-member record) current.
   void getNutritionUser(std::function<void(std::optional<NutritionUser>)> completion);
   void setMemberId(const std::string& memberId);

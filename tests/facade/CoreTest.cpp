@@ -51,7 +51,7 @@ TEST_F(CoreTest, TheDataHolderIsMadeWhenFirstNeededAndThenAsksForItsLists) {
             (std::vector<std::string>{"api/auth/login", "api/user?Language=es_ES&UserId=m1_acme",
                                       "api/favorite-dish?UserId=m1_acme&Language=es_ES",
                                       "api/excluded-aliment?Language=es_ES"}));
-  core_.sdk().getTodayMenu();
+  EXPECT_EQ(core_.sdk().getTodayMenu(), NutritionDay{});
   EXPECT_EQ(http().requests().size(), 4u);
 }
 
