@@ -345,7 +345,9 @@ void HttpConnections::readLoop() {
         for (auto& connection : whole)
           toServe_.push_back(std::move(connection));
       }
-      ready_.notify_all();
+      // One worker per request: waking them all would have them fight over it.
+      for (std::size_t i = 0; i < whole.size(); ++i)
+        ready_.notify_one();
     }
 
     fds.assign(1, pollfd{wakeFd_, POLLIN, 0});
