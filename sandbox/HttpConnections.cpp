@@ -408,27 +408,33 @@ HttpConnections::Verdict HttpConnections::examine(Connection& connection, int& s
   }
 
   std::optional<std::size_t> length;
+  bool expectsContinue = false;
   for (auto at = lineEnd + 2; at < headEnd + 2;) {
     const auto end = data.find("\r\n", at);
     const std::string_view line = data.substr(at, end - at);
     at = end + 2;
     const auto colon = line.find(':');
-    if (colon == npos || !equalsIgnoringCase(trim(line.substr(0, colon)), "Content-Length")) {
-      continue;
-    }
-    const auto value = parseLength(trim(line.substr(colon + 1)));
-    if (!value || (length && *length != *value)) {
+    if (colon == npos) continue;
+    const std::string_view name = trim(line.substr(0, colon));
+    const std::string_view value = trim(line.substr(colon + 1));
+    if (equalsIgnoringCase(name, "Expect"))
+      expectsContinue = equalsIgnoringCase(value, "100-continue");
+    if (!equalsIgnoringCase(name, "Content-Length")) continue;
+    const auto stated = parseLength(value);
+    if (!stated || (length && *length != *stated)) {
       status = 400;
       return Verdict::invalid;
     }
-    length = value;
+    length = stated;
   }
   if (length && *length > options_.maxBody) {
     status = 413;
     return Verdict::invalid;
   }
-  // A body without a stated length (chunked) is read by the worker, within the same deadline.
-  return data.size() < headEnd + 4 + length.value_or(0) ? Verdict::incomplete : Verdict::whole;
+  // A body without a stated length (chunked), or one the client sends only once told to
+  // continue, is read by the worker, within the same deadline.
+  const bool bodyHere = data.size() >= headEnd + 4 + length.value_or(0);
+  return bodyHere || expectsContinue ? Verdict::whole : Verdict::incomplete;
 }
 
 void HttpConnections::refuse(Connection& connection, int status) {

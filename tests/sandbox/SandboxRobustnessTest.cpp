@@ -219,6 +219,29 @@ TEST_F(Robustness, OneConnectionCarriesManyRequests) {
   EXPECT_EQ(occurrences(answers, "Breakfast"), 2u) << answers;
 }
 
+TEST_F(Robustness, AClientWaitingToSendItsBodyIsToldToContinue) {
+  const int fd = connectTo(server().port());
+  ASSERT_GE(fd, 0);
+  timeval timeout{3, 0};
+  ::setsockopt(fd, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout);
+  const std::string head =
+      "POST /api/auth/login HTTP/1.1\r\nHost: x\r\nConnection: close\r\nExpect: "
+      "100-continue\r\nContent-Length: 2\r\n\r\n";
+  ASSERT_EQ(::send(fd, head.data(), head.size(), MSG_NOSIGNAL), ssize_t(head.size()));
+  char buffer[4096];
+  const ssize_t n = ::recv(fd, buffer, sizeof buffer, 0);
+  EXPECT_EQ(std::string(buffer, std::size_t(std::max<ssize_t>(n, 0))),
+            "HTTP/1.1 100 Continue\r\n\r\n");
+  ASSERT_EQ(::send(fd, "{}", 2, MSG_NOSIGNAL), 2);
+  std::string answer;
+  for (ssize_t got = 0; (got = ::recv(fd, buffer, sizeof buffer, 0)) > 0;)
+    answer.append(buffer, std::size_t(got));
+  ::close(fd);
+  EXPECT_TRUE(answer.starts_with("HTTP/1.1 200 OK")) << answer;
+  ASSERT_EQ(server().requests().size(), 1u);
+  EXPECT_EQ(server().requests()[0].body, "{}");
+}
+
 TEST_F(Robustness, AnswersTwoHundredConcurrentRequests) {
   createUser(member("m1_demo"));
   std::vector<HttpReply> replies(200);
