@@ -12,7 +12,7 @@
 // body or head over its limit, a request that does not arrive in time) is a 4xx with a JSON
 // error body. Slow, stalled or hostile clients do not hold up anyone else: requests are read
 // whole on one thread before a worker answers them (sandbox/HttpConnections.h). Connections
-// are kept alive between requests, without a limit on their number of requests.
+// are kept alive between requests, for up to 10,000 requests each.
 
 #include <chrono>
 #include <condition_variable>
