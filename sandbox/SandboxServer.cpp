@@ -1,24 +1,68 @@
 #include "sandbox/SandboxServer.h"
 
-#include <arpa/inet.h>
 #include <httplib.h>
-#include <netinet/in.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 
 #include <algorithm>
 #include <cctype>
 
+#include "sandbox/HttpConnections.h"
+
 namespace nutrition::sandbox {
 namespace {
 
 const char* kFaultHeader = "X-Sandbox-Fault";
+const char* kSentAcceptEncoding = "X-Sandbox-Sent-Accept-Encoding";
 
-// The library listens with a backlog of 5, which drops connections when many clients connect
-// at once; listening again on the bound socket raises it.
+// The library compresses with brotli at its slowest setting whenever a client accepts it,
+// which costs a millisecond or more per answer; answers are gzipped instead, as most servers
+// do. What the client sent stays in the request log.
+void offerGzipOnly(httplib::Request& request) {
+  auto found = request.headers.find("Accept-Encoding");
+  if (found == request.headers.end()) return;
+  request.headers.emplace(kSentAcceptEncoding, found->second);
+  if (found->second.find("gzip") == std::string::npos) {
+    request.headers.erase(found);
+  } else {
+    found->second = "gzip";
+  }
+}
+
+// The library reads each connection on a pool thread of its own, so a few slow clients could
+// hold every thread. Here it only accepts: each accepted socket goes to the connections, which
+// hand this class whole requests to parse, route and answer.
 class Server : public httplib::Server {
  public:
+  // The library listens with a backlog of 5, which drops connections when many clients connect
+  // at once; listening again on the bound socket raises it.
   void raiseBacklog(int backlog) { ::listen(svr_sock_, backlog); }
+
+  // Answers the request waiting on `stream`; false when the connection must close, which it
+  // does after a request that could not be parsed: where the next one starts is unknown.
+  bool answer(httplib::Stream& stream, bool lastRequest) {
+    bool closed = false, parsed = false;
+    const bool written =
+        process_request(stream, lastRequest, closed, [&parsed](httplib::Request& request) {
+          parsed = true;
+          offerGzipOnly(request);
+        });
+    return written && parsed && !closed;
+  }
+
+  std::function<void(int)> adopt;
+
+ private:
+  bool process_and_close_socket(int socket) override {
+    adopt(socket);
+    return true;
+  }
+};
+
+// Runs each task at once on the accepting thread: all it does is hand a socket over.
+class AcceptingThread final : public httplib::TaskQueue {
+ public:
+  void enqueue(std::function<void()> task) override { task(); }
+  void shutdown() override {}
 };
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
@@ -36,42 +80,34 @@ std::string reasonFor(int status) {
       return "no such endpoint";
     case 405:
       return "method not allowed on this endpoint";
+    case 408:
+      return "the request did not arrive in time";
     case 413:
       return "request body too large";
     case 414:
       return "request line too long";
+    case 431:
+      return "request headers too large";
+    case 503:
+      return "too many connections";
     default:
       return "request failed";
   }
 }
 
-int portOf(const sockaddr_storage& address) {
-  if (address.ss_family == AF_INET)
-    return ntohs(reinterpret_cast<const sockaddr_in&>(address).sin_port);
-  if (address.ss_family == AF_INET6) {
-    return ntohs(reinterpret_cast<const sockaddr_in6&>(address).sin6_port);
+// Shuts down the connection of the request being answered, so the client sees it closed
+// without an answer.
+void dropConnection() {
+  if (const int socket = HttpConnections::currentSocket(); socket >= 0) {
+    ::shutdown(socket, SHUT_RDWR);
   }
-  return -1;
 }
 
-// Shuts down the server side of the connection a request arrived on, so the client sees it
-// closed without an answer. The socket is found by its two ports; only this process's own
-// descriptors are looked at.
-void dropConnection(const httplib::Request& request) {
-  rlimit limit{};
-  const int maxFd = ::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < 65536
-                        ? static_cast<int>(limit.rlim_cur)
-                        : 65536;
-  for (int fd = 0; fd < maxFd; ++fd) {
-    sockaddr_storage local{}, peer{};
-    socklen_t localSize = sizeof local, peerSize = sizeof peer;
-    if (::getsockname(fd, reinterpret_cast<sockaddr*>(&local), &localSize) != 0) continue;
-    if (portOf(local) != request.local_port) continue;
-    if (::getpeername(fd, reinterpret_cast<sockaddr*>(&peer), &peerSize) != 0) continue;
-    if (portOf(peer) != request.remote_port) continue;
-    ::shutdown(fd, SHUT_RDWR);
-    return;
-  }
+HttpConnections::Options connectionOptions(const SandboxServer::Options& options) {
+  return {.workers = std::size_t(std::max(2, options.threads)),
+          .maxBody = options.maxBodySize,
+          .requestTimeout = options.requestTimeout,
+          .idleTimeout = options.idleTimeout};
 }
 
 void applyBodyFault(Fault::Body fault, Answer& answer) {
@@ -110,11 +146,12 @@ SandboxServer::SandboxServer(Options options)
       backend_(
           SandboxBackend::Options{options_.dataDirectory, options_.processingTime, options_.now}),
       server_(std::make_unique<Server>()) {
-  const int threads = std::max(2, options_.threads);
-  server_->new_task_queue = [threads] { return new httplib::ThreadPool(std::size_t(threads)); };
+  server_->new_task_queue = [] { return new AcceptingThread; };
   server_->set_payload_max_length(options_.maxBodySize);
-  // Idle keep-alive connections hold a worker; a short wait lets stop() finish promptly.
-  server_->set_keep_alive_timeout(1);
+  // What the answers' Keep-Alive header announces; the connections enforce it.
+  server_->set_keep_alive_max_count(connectionOptions(options_).maxRequestsPerConnection);
+  server_->set_keep_alive_timeout(
+      std::max<time_t>(1, std::chrono::ceil<std::chrono::seconds>(options_.idleTimeout).count()));
   server_->set_error_handler(httplib::Server::HandlerWithResponse(
       [](const httplib::Request&, httplib::Response& response) {
         if (!response.body.empty() || response.has_header(kFaultHeader)) {
@@ -148,7 +185,13 @@ bool SandboxServer::start() {
     if (!server_->bind_to_port(options_.host, options_.port)) return false;
     port_ = options_.port;
   }
-  static_cast<Server&>(*server_).raiseBacklog(SOMAXCONN);
+  auto& server = static_cast<Server&>(*server_);
+  server.raiseBacklog(SOMAXCONN);
+  connections_ = std::make_unique<HttpConnections>(
+      connectionOptions(options_),
+      [&server](httplib::Stream& stream, bool last) { return server.answer(stream, last); },
+      [](int status) { return errorAnswer(status, reasonFor(status)).body; });
+  server.adopt = [connections = connections_.get()](int socket) { connections->adopt(socket); };
   backend_.setBaseURL(baseURL());
   thread_ = std::thread([this] { server_->listen_after_bind(); });
   for (int i = 0; i < 5000 && !server_->is_running(); ++i) {
@@ -165,6 +208,7 @@ void SandboxServer::stop() {
   wake_.notify_all();
   server_->stop();
   if (thread_.joinable()) thread_.join();
+  if (connections_) connections_->stop();
 }
 
 std::string SandboxServer::baseURL() const {
@@ -218,7 +262,11 @@ void SandboxServer::handle(const httplib::Request& request, httplib::Response& r
   if (const auto mark = request.target.find('?'); mark != std::string::npos) {
     recorded.query = request.target.substr(mark + 1);
   }
-  recorded.headers.assign(request.headers.begin(), request.headers.end());
+  for (const auto& [name, value] : request.headers) {
+    if (equalsIgnoringCase(name, "Accept-Encoding")) continue;
+    recorded.headers.emplace_back(
+        equalsIgnoringCase(name, kSentAcceptEncoding) ? "Accept-Encoding" : name, value);
+  }
   recorded.body = request.body;
   recorded.remotePort = request.remote_port;
   {
@@ -230,11 +278,11 @@ void SandboxServer::handle(const httplib::Request& request, httplib::Response& r
   if (fault && fault->latency.count() > 0 && !hold(request.path, fault->latency, false)) return;
   if (fault && fault->noAnswer) {
     hold(request.path, std::chrono::minutes(10), true);
-    dropConnection(request);
+    dropConnection();
     return;
   }
   if (fault && fault->closeConnection) {
-    dropConnection(request);
+    dropConnection();
     return;
   }
 

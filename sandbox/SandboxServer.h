@@ -9,7 +9,10 @@
 //   server.requests();               // what clients sent, in order
 //
 // Every answer that is not the backend's own JSON (an unknown path, a malformed request, a
-// body over the size limit) is a 4xx with a JSON error body; the server keeps serving.
+// body or head over its limit, a request that does not arrive in time) is a 4xx with a JSON
+// error body. Slow, stalled or hostile clients do not hold up anyone else: requests are read
+// whole on one thread before a worker answers them (sandbox/HttpConnections.h). Connections
+// are kept alive between requests, for up to 10,000 requests each.
 
 #include <chrono>
 #include <condition_variable>
@@ -33,6 +36,8 @@ struct Response;
 }  // namespace httplib
 
 namespace nutrition::sandbox {
+
+class HttpConnections;
 
 struct RecordedRequest {
   std::string method;
@@ -72,7 +77,11 @@ class SandboxServer {
     std::optional<std::filesystem::path> dataDirectory;
     std::chrono::milliseconds processingTime{3000};
     std::size_t maxBodySize = 1 << 20;
-    int threads = 16;
+    int threads = 16;  // workers answering requests; waiting for a request takes none
+    // A request must arrive whole within this time of its first byte; 408 otherwise.
+    std::chrono::milliseconds requestTimeout{5000};
+    // A kept-alive connection with no request for this long is closed.
+    std::chrono::milliseconds idleTimeout{5000};
     // The backend's clock in seconds since 1970; the system clock when empty.
     std::function<double()> now;
   };
@@ -111,6 +120,7 @@ class SandboxServer {
   Options options_;
   SandboxBackend backend_;
   std::unique_ptr<httplib::Server> server_;
+  std::unique_ptr<HttpConnections> connections_;
   std::thread thread_;
   int port_ = 0;
   bool stopping_ = false;

@@ -2,7 +2,8 @@
 // The local image folders under the documents directory and the dish-image cache in them.
 // A cached image is stored under the last "/"-separated component of its URL, so two URLs that
 // end in the same name share one file. A URL whose last component is empty, "." or ".." is
-// never written: it names no file inside the folder.
+// never written: it names no file inside the folder. Only whole images are cached: one cut
+// short on the way is not written, and a file cut short is not read back.
 
 #include <functional>
 #include <optional>
@@ -26,6 +27,13 @@ std::string_view folderPath(Folder folder);
 // Whether `bytes` start like a PNG, JPEG, GIF or WebP image.
 bool looksLikeImage(std::string_view bytes);
 
+// Whether `bytes` are a PNG, JPEG, GIF or WebP image that arrived whole: its structure, walked
+// from the start, reaches the format's own end exactly at the last byte. PNG: chunk after chunk
+// up to an empty IEND chunk; JPEG: segment after segment (and through entropy-coded data) up to
+// the EOI marker; GIF: block after block up to the trailer; WebP: a RIFF size that matches the
+// byte count. Pixels are not decoded.
+bool isWholeImage(std::string_view bytes);
+
 class ImageCache {
  public:
   explicit ImageCache(std::string documentsDirectory)
@@ -35,8 +43,11 @@ class ImageCache {
   // Creates the folder (and its parents) unless something exists there; logs a failure.
   void createFolder(Folder folder) const;
   bool exists(std::string_view url, Folder folder) const;
-  // Stores the image under its URL's file name; an image that cannot be written is dropped.
+  // Stores the image under its URL's file name; an image that is not whole, or cannot be
+  // written, is dropped.
   void write(const Image& image, std::string_view url, Folder folder) const;
+  // The cached image; nothing when there is none or the file does not hold a whole image, in
+  // which case the file is removed so that the image is fetched again.
   std::optional<Image> read(std::string_view url, Folder folder) const;
 
   // The cache file name for `url`, or nothing when the URL names no file.

@@ -35,7 +35,7 @@ void NutritionSDKUtils::downloadImage(const std::string& url, Folder folder,
            completion = std::move(completion)](std::optional<std::string> data, std::optional<int>,
                                                const std::optional<Error>&) {
             postIfAlive(queue, alive, [this, url, folder, data = std::move(data), completion] {
-              if (!data || !looksLikeImage(*data)) {
+              if (!data || !isWholeImage(*data)) {
                 completion(std::nullopt);
                 return;
               }
@@ -50,6 +50,7 @@ void NutritionSDKUtils::getData(const std::string& url, DataCompletion completio
   if (!isWellFormedURL(url)) return;
   HttpRequest request;
   request.url = url;
+  request.maxResponseBytes = kMaxImageResponseBytes;
   http_->send(std::move(request), [completion = std::move(completion)](HttpResponse response) {
     if (response.transportError) {
       completion(std::nullopt, std::nullopt, Error{ErrorCode::transport, *response.transportError});

@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <thread>
@@ -19,25 +20,40 @@ using namespace std::chrono_literals;
 using sandbox::Fault;
 using Robustness = SandboxTest;
 
-// Sends raw bytes and returns whatever comes back before the server closes or 2 s pass.
-std::string rawExchange(int port, const std::string& bytes) {
+int connectTo(int port) {
   const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(static_cast<std::uint16_t>(port));
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  std::string answer;
-  if (::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
-    timeval timeout{2, 0};
-    ::setsockopt(fd, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout);
-    (void)::write(fd, bytes.data(), bytes.size());
-    char buffer[4096];
-    ssize_t n = 0;
-    while ((n = ::read(fd, buffer, sizeof buffer)) > 0)
-      answer.append(buffer, std::size_t(n));
+  if (::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
+    ::close(fd);
+    return -1;
   }
+  return fd;
+}
+
+// Sends raw bytes and returns whatever comes back before the server closes or 3 s pass.
+std::string rawExchange(int port, const std::string& bytes) {
+  const int fd = connectTo(port);
+  if (fd < 0) return "(no connection)";
+  timeval timeout{3, 0};
+  ::setsockopt(fd, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout);
+  (void)::send(fd, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+  std::string answer;
+  char buffer[4096];
+  ssize_t n = 0;
+  while ((n = ::recv(fd, buffer, sizeof buffer, 0)) > 0)
+    answer.append(buffer, std::size_t(n));
   ::close(fd);
   return answer;
+}
+
+std::size_t occurrences(std::string_view text, std::string_view part) {
+  std::size_t count = 0;
+  for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1))
+    ++count;
+  return count;
 }
 
 TEST_F(Robustness, FaultsDoWhatTheySay) {
@@ -90,23 +106,151 @@ TEST_F(Robustness, MalformedRequestsGetJsonErrorsAndServingGoesOn) {
   EXPECT_EQ(large.status, 413);
   EXPECT_NE(large.body.find("\"status\":413"), std::string::npos);
 
-  const std::string garbage = rawExchange(server().port(), "NONSENSE\r\n\r\n");
-  EXPECT_TRUE(garbage.starts_with("HTTP/1.1 400")) << garbage;
-  EXPECT_NE(garbage.find("{\"error\""), std::string::npos);
-  rawExchange(server().port(),
-              "GET /api/intake HTTP/1.1\r\nHost: x\r\nContent-Length: 99\r\n\r\n{");
-
   EXPECT_EQ(get("api/intake?Language=es_ES").status, 200);
 }
 
+TEST_F(Robustness, HostileRequestsGetTheirStatusWhileOthersAreServed) {
+  startServer({.processingTime = 0ms, .requestTimeout = 300ms});
+  const std::string filler = "X-Filler: " + std::string(1000, 'b') + "\r\n";
+  std::string hugeHead = "GET /api/intake HTTP/1.1\r\n";
+  for (int i = 0; i < 70; ++i)
+    hugeHead += filler;
+  struct Case {
+    const char* name;
+    std::string bytes;
+    int status;
+  };
+  const std::vector<Case> cases = {
+      {"not HTTP", "NONSENSE\r\n\r\n", 400},
+      {"request line too long", "GET /" + std::string(9000, 'a'), 414},
+      {"head too large", hugeHead, 431},
+      {"body too large",
+       "POST /api/user HTTP/1.1\r\nContent-Length: 2000000\r\n\r\n" + std::string(1 << 16, ' '),
+       413},
+      {"length not a number", "POST /api/user HTTP/1.1\r\nContent-Length: 12abc\r\n\r\n", 400},
+      {"two lengths", "POST /api/user HTTP/1.1\r\nContent-Length: 2\r\ncontent-length: 3\r\n\r\n{}",
+       400},
+      {"head never finished", "GET /api/intake HTTP/1.1\r\nHost: x\r\n", 408},
+      {"body never finished", "POST /api/user HTTP/1.1\r\nContent-Length: 100\r\n\r\n{", 408},
+      {"TLS handshake", std::string("\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03", 11), 408},
+  };
+  std::vector<std::string> answers(cases.size());
+  std::vector<std::thread> clients;
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    clients.emplace_back([&, i] { answers[i] = rawExchange(server().port(), cases[i].bytes); });
+  }
+  // Meanwhile a well-behaved client is answered as usual.
+  const HttpReply meanwhile = httpRequest("GET", url("api/intake?Language=es_ES"), {}, 2s);
+  for (auto& client : clients)
+    client.join();
+
+  EXPECT_EQ(meanwhile.error, CURLE_OK);
+  EXPECT_EQ(meanwhile.status, 200);
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    SCOPED_TRACE(cases[i].name);
+    const std::string status = std::to_string(cases[i].status);
+    EXPECT_TRUE(answers[i].starts_with("HTTP/1.1 " + status + " ")) << answers[i];
+    EXPECT_NE(answers[i].find("\"status\":" + status + "}"), std::string::npos) << answers[i];
+  }
+  EXPECT_EQ(get("api/intake?Language=es_ES").status, 200);
+}
+
+TEST_F(Robustness, TricklingClientsDoNotHoldUpOthers) {
+  // More clients than the server has workers, each sending a header one byte at a time and
+  // never finishing it.
+  constexpr int kTricklers = 40;
+  std::atomic<bool> done{false};
+  std::atomic<int> trickling{0};
+  std::vector<std::thread> tricklers;
+  for (int i = 0; i < kTricklers; ++i) {
+    tricklers.emplace_back([&] {
+      const int fd = connectTo(server().port());
+      const std::string head = "GET /api/intake HTTP/1.1\r\nX-Slow: ";
+      for (std::size_t sent = 0; fd >= 0 && !done; ++sent) {
+        const char byte = sent < head.size() ? head[sent] : 'a';
+        if (::send(fd, &byte, 1, MSG_NOSIGNAL) != 1) break;
+        if (sent == 1) ++trickling;
+        std::this_thread::sleep_for(10ms);
+      }
+      if (fd >= 0) ::close(fd);
+    });
+  }
+  const auto deadline = std::chrono::steady_clock::now() + 10s;
+  while (trickling < kTricklers && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(1ms);
+  }
+  EXPECT_EQ(trickling, kTricklers);
+
+  for (const char* path : {"api/intake?Language=es_ES", "api/preference?Language=en_EN"}) {
+    SCOPED_TRACE(path);
+    const HttpReply reply = httpRequest("GET", url(path), {}, 2s);
+    EXPECT_EQ(reply.error, CURLE_OK);
+    EXPECT_EQ(reply.status, 200);
+  }
+  done = true;
+  for (auto& trickler : tricklers)
+    trickler.join();
+}
+
+TEST_F(Robustness, OneConnectionCarriesManyRequests) {
+  CURL* curl = curl_easy_init();
+  const std::string address = url("api/intake?Language=es_ES");
+  curl_easy_setopt(curl, CURLOPT_URL, address.c_str());
+  curl_easy_setopt(
+      curl, CURLOPT_WRITEFUNCTION,
+      +[](char*, size_t size, size_t count, void*) { return size * count; });
+  for (int i = 0; i < 12; ++i) {
+    EXPECT_EQ(curl_easy_perform(curl), CURLE_OK);
+    long status = 0;
+    curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
+    EXPECT_EQ(status, 200);
+  }
+  curl_easy_cleanup(curl);
+  const auto requests = server().requests();
+  ASSERT_EQ(requests.size(), 12u);
+  for (const auto& request : requests)
+    EXPECT_EQ(request.remotePort, requests[0].remotePort);
+
+  // Requests sent back to back in one write are answered in order.
+  const std::string request = "GET /api/intake?Language=en_EN HTTP/1.1\r\nHost: x\r\n";
+  const std::string answers =
+      rawExchange(server().port(), request + "\r\n" + request + "Connection: close\r\n\r\n");
+  EXPECT_EQ(occurrences(answers, "HTTP/1.1 200 OK"), 2u) << answers;
+  EXPECT_EQ(occurrences(answers, "Breakfast"), 2u) << answers;
+}
+
+TEST_F(Robustness, AClientWaitingToSendItsBodyIsToldToContinue) {
+  const int fd = connectTo(server().port());
+  ASSERT_GE(fd, 0);
+  timeval timeout{3, 0};
+  ::setsockopt(fd, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout);
+  const std::string head =
+      "POST /api/auth/login HTTP/1.1\r\nHost: x\r\nConnection: close\r\nExpect: "
+      "100-continue\r\nContent-Length: 2\r\n\r\n";
+  ASSERT_EQ(::send(fd, head.data(), head.size(), MSG_NOSIGNAL), ssize_t(head.size()));
+  char buffer[4096];
+  const ssize_t n = ::recv(fd, buffer, sizeof buffer, 0);
+  EXPECT_EQ(std::string(buffer, std::size_t(std::max<ssize_t>(n, 0))),
+            "HTTP/1.1 100 Continue\r\n\r\n");
+  ASSERT_EQ(::send(fd, "{}", 2, MSG_NOSIGNAL), 2);
+  std::string answer;
+  for (ssize_t got = 0; (got = ::recv(fd, buffer, sizeof buffer, 0)) > 0;)
+    answer.append(buffer, std::size_t(got));
+  ::close(fd);
+  EXPECT_TRUE(answer.starts_with("HTTP/1.1 200 OK")) << answer;
+  ASSERT_EQ(server().requests().size(), 1u);
+  EXPECT_EQ(server().requests()[0].body, "{}");
+}
+
 TEST_F(Robustness, AnswersTwoHundredConcurrentRequests) {
-  createUser(member("m1_demo"));
+  const std::string id = userId("m1");
+  createUser(member(id));
   std::vector<HttpReply> replies(200);
   std::vector<std::thread> clients;
   for (std::size_t i = 0; i < replies.size(); ++i) {
     clients.emplace_back([&, i] {
       replies[i] =
-          get(i % 2 ? "api/menu?Language=es_ES&UserId=m1_demo" : "api/preference?Language=en_EN");
+          get(i % 2 ? "api/menu?Language=es_ES&UserId=" + id : "api/preference?Language=en_EN");
     });
   }
   for (auto& client : clients)
