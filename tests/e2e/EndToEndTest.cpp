@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <thread>
 
 #include "backend/DataServiceNutrition.h"
@@ -178,14 +179,40 @@ TEST_F(EndToEnd, FaultyAnswersEndAsAbsentValuesWithoutCrashing) {
   EXPECT_TRUE(session().isUnregister);
 }
 
+// Counts the answers (or transport errors) its inner client has delivered.
+class CountingHttpClient final : public HttpClient {
+ public:
+  void send(HttpRequest request, Callback callback) override {
+    inner_.send(std::move(request), [this, callback = std::move(callback)](HttpResponse response) {
+      callback(std::move(response));
+      ++delivered;
+    });
+  }
+  std::atomic<int> delivered{0};
+
+ private:
+  CurlHttpClient inner_;
+};
+
 TEST_F(EndToEnd, UnreachableBackendNeverAnswersTheLogin) {
+  const auto counting = std::make_shared<CountingHttpClient>();
+  test::TestPlatform unreachable({.http = counting, .install = true});
   sdk().setURL("http://127.0.0.1:9/");
   sdk().start("m1", "demo", "demo-password");
   bool logged = false;
   NutritionAuthDataservice::sharedInstance().login("demo", "demo-password",
                                                    [&](auto) { logged = true; });
-  EXPECT_FALSE(runUntil([&] { return logged || session().credentials.has_value(); }, 500ms));
+  // Both logins have failed once the client has delivered both transport errors.
+  const auto deadline = std::chrono::steady_clock::now() + 10s;
+  while (counting->delivered < 2 && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::yield();
+  }
+  ASSERT_EQ(counting->delivered, 2);
+  unreachable.queue().runUntilIdle();
+  EXPECT_FALSE(logged);
+  EXPECT_FALSE(session().credentials.has_value());
   EXPECT_FALSE(session().currentUser.has_value());
+  EXPECT_EQ(unreachable.queue().pendingCount(), 0u);
 }
 
 TEST_F(EndToEnd, MemberIdsReachTheBackendIntact) {
