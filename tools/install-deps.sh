@@ -7,6 +7,8 @@ packages=(
   build-essential cmake pkg-config clang-format
   libsimdjson-dev libcurl4-openssl-dev libhowardhinnant-date-dev libcpp-httplib-dev tzdata
   libgtest-dev libgmock-dev libbenchmark-dev curl
+  # Benchmark-only: the reference parsers and writer the codec benchmarks compare against.
+  nlohmann-json3-dev rapidjson-dev
 )
 
 missing=()
