@@ -20,18 +20,6 @@ int hexValue(char c) {
   return -1;
 }
 
-// Passes over bytes a string copies as they are: printable ASCII other than '"' and '\'.
-const char* skipPlain(const char* p, const char* end) {
-  while (end - p >= 8 && !hasSpecialByte(p))
-    p += 8;
-  while (p != end) {
-    const auto c = static_cast<unsigned char>(*p);
-    if (c == '"' || c == '\\' || c < 0x20 || c >= 0x80) break;
-    ++p;
-  }
-  return p;
-}
-
 }  // namespace
 
 bool Cursor::fail(Failure failure, std::string detail) {
@@ -52,13 +40,17 @@ bool Cursor::failValue(std::string detail) {
 
 // Segments join with a dot unless the one after is an index: "Days[1].Kcal".
 void Cursor::prependKey(std::string_view key) {
-  const bool dot = !path_.empty() && path_.front() != '[';
-  path_.insert(0, std::string(key) + (dot ? "." : ""));
+  std::string segment(key);
+  if (!path_.empty() && path_.front() != '[') segment += '.';
+  path_.insert(0, segment);
 }
 
 void Cursor::prependIndex(std::size_t index) {
-  const bool dot = !path_.empty() && path_.front() != '[';
-  path_.insert(0, "[" + std::to_string(index) + "]" + (dot ? "." : ""));
+  std::string segment = std::to_string(index);
+  segment.insert(segment.begin(), '[');
+  segment += ']';
+  if (!path_.empty() && path_.front() != '[') segment += '.';
+  path_.insert(0, segment);
 }
 
 Error Cursor::error() const {
@@ -69,40 +61,6 @@ Error Cursor::error() const {
   if (!detail_.empty()) message += " (" + detail_ + ")";
   message += " at byte " + std::to_string(failedAt_);
   return Error{ErrorCode::decoding, std::move(message)};
-}
-
-JsonType Cursor::peek() {
-  if (!ok()) return JsonType::none;
-  skipSpace();
-  if (p_ == end_) return JsonType::none;
-  switch (*p_) {
-    case '{':
-      return JsonType::object;
-    case '[':
-      return JsonType::array;
-    case '"':
-      return JsonType::string;
-    case 't':
-    case 'f':
-      return JsonType::boolean;
-    case 'n':
-      return JsonType::null;
-    default:
-      return *p_ == '-' || isDigit(*p_) ? JsonType::number : JsonType::none;
-  }
-}
-
-bool Cursor::skipNull() {
-  if (peek() != JsonType::null) return false;
-  return scanLiteral("null");
-}
-
-bool Cursor::scanLiteral(std::string_view literal) {
-  if (std::size_t(end_ - p_) < literal.size() || std::string_view(p_, literal.size()) != literal) {
-    return fail(Failure::syntax, "unknown literal");
-  }
-  p_ += literal.size();
-  return true;
 }
 
 // Expects a value of type `wanted` next; a value of another type fails as a wrong type, and
@@ -133,7 +91,7 @@ bool Cursor::readString(std::string& out) {
 bool Cursor::scanString(std::string_view& out, std::string& scratch) {
   const char* start = p_;
   for (;;) {
-    p_ = skipPlain(p_, end_);
+    p_ = findSpecialByte(p_, end_);
     if (p_ == end_) return fail(Failure::syntax, "unterminated string");
     const auto c = static_cast<unsigned char>(*p_);
     if (c == '"') {
@@ -174,7 +132,7 @@ bool Cursor::decodeEscapes(std::string& out) {
       return fail(Failure::syntax, "control character in a string");
     }
     const char* run = p_;
-    p_ = skipPlain(p_, end_);
+    p_ = findSpecialByte(p_, end_);
     out.append(run, p_);
     if (p_ == end_) return fail(Failure::syntax, "unterminated string");
   }
@@ -269,7 +227,7 @@ bool Cursor::scanNumber(const char*& start, bool& integral) {
   return true;
 }
 
-bool Cursor::readInt64(std::int64_t& out) {
+bool Cursor::readInt64Slow(std::int64_t& out) {
   NUTRITION_EXPECT(JsonType::number, "an integer");
   const char* start = nullptr;
   bool integral = false;
@@ -316,30 +274,6 @@ bool Cursor::readBool(bool& out) {
 
 #undef NUTRITION_EXPECT
 
-bool Cursor::enter() {
-  if (depth_ >= kMaxDepth) return fail(Failure::depth, "");
-  ++depth_;
-  ++p_;
-  return true;
-}
-
-bool Cursor::beginObject() {
-  const JsonType found = peek();
-  if (found == JsonType::object) return enter();
-  return found == JsonType::none ? fail(Failure::syntax, "expected a value")
-                                 : failType("an object");
-}
-
-bool Cursor::beginArray() {
-  const JsonType found = peek();
-  if (found == JsonType::array) return enter();
-  return found == JsonType::none ? fail(Failure::syntax, "expected a value") : failType("an array");
-}
-
-bool Cursor::nextKey(bool first, std::string_view& key) {
-  return nextKey(first, key, keyScratch_);
-}
-
 // Skipping reads its keys into the value scratch so that the key of the member being skipped
 // stays intact for the failure path.
 bool Cursor::nextKey(bool first, std::string_view& key, std::string& scratch) {
@@ -365,20 +299,8 @@ bool Cursor::nextKey(bool first, std::string_view& key, std::string& scratch) {
   return true;
 }
 
-bool Cursor::nextElement(bool first) {
-  if (!ok()) return false;
-  skipSpace();
-  if (p_ == end_) return fail(Failure::syntax, "unterminated array");
-  if (*p_ == ']') {
-    ++p_;
-    --depth_;
-    return false;
-  }
-  if (!first) {
-    if (*p_ != ',') return fail(Failure::syntax, "expected ',' or ']'");
-    ++p_;
-  }
-  return true;
+bool Cursor::failBegin(std::string_view expected) {
+  return peek() == JsonType::none ? fail(Failure::syntax, "expected a value") : failType(expected);
 }
 
 bool Cursor::skipValue() {

@@ -2,7 +2,7 @@
 
 namespace nutrition::json {
 
-bool read(Cursor& in, Date& out) {
+bool read(ReadContext& in, Date& out) {
   std::string_view text;
   if (!in.readString(text)) return false;
   const auto date = parseIso8601(text);

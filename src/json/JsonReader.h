@@ -8,9 +8,10 @@
 // read their raw values and an unknown one fails. Values are copied out, so nothing points
 // into the text once decodeDocument returns.
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <string>
@@ -26,25 +27,26 @@
 #include "json/JsonCursor.h"
 #include "json/JsonDecode.h"
 #include "json/JsonFields.h"
+#include "json/JsonReadContext.h"
 
 namespace nutrition::json {
 
-inline bool read(Cursor& in, std::string& out) {
+inline bool read(ReadContext& in, std::string& out) {
   return in.readString(out);
 }
-inline bool read(Cursor& in, std::int64_t& out) {
+inline bool read(ReadContext& in, std::int64_t& out) {
   return in.readInt64(out);
 }
-inline bool read(Cursor& in, double& out) {
+inline bool read(ReadContext& in, double& out) {
   return in.readDouble(out);
 }
-inline bool read(Cursor& in, bool& out) {
+inline bool read(ReadContext& in, bool& out) {
   return in.readBool(out);
 }
-bool read(Cursor& in, Date& out);
+bool read(ReadContext& in, Date& out);
 
 template <RawEnum E>
-bool read(Cursor& in, E& out) {
+bool read(ReadContext& in, E& out) {
   using Raw = RawType<E>;
   std::optional<E> parsed;
   if constexpr (std::is_integral_v<Raw>) {
@@ -62,27 +64,40 @@ bool read(Cursor& in, E& out) {
 }
 
 template <class T>
-bool read(Cursor& in, std::vector<T>& out);
+bool read(ReadContext& in, std::vector<T>& out);
 template <class T>
-bool read(Cursor& in, std::map<std::string, T, std::less<>>& out);
+bool read(ReadContext& in, std::map<std::string, T, std::less<>>& out);
 template <JsonRecord T>
-bool read(Cursor& in, T& out);
+bool read(ReadContext& in, T& out);
 
 template <class T>
-bool read(Cursor& in, std::vector<T>& out) {
+bool read(ReadContext& in, std::vector<T>& out) {
   if (!in.beginArray()) return false;
-  out.clear();
+  std::vector<T>& scratch = in.scratch<T>();
+  const std::size_t base = scratch.size();
+  bool ok = true;
   for (bool first = true; in.nextElement(first); first = false) {
-    if (!read(in, out.emplace_back())) {
-      in.prependIndex(out.size() - 1);
-      return false;
+    // Read into a local first: an element may hold arrays that use the same scratch list.
+    T element{};
+    if (!read(in, element)) {
+      in.prependIndex(scratch.size() - base);
+      ok = false;
+      break;
     }
+    scratch.push_back(std::move(element));
   }
-  return in.ok();
+  ok = ok && in.ok();
+  if (ok) {
+    out.clear();
+    out.reserve(scratch.size() - base);
+    std::move(scratch.begin() + std::ptrdiff_t(base), scratch.end(), std::back_inserter(out));
+  }
+  scratch.erase(scratch.begin() + std::ptrdiff_t(base), scratch.end());
+  return ok;
 }
 
 template <class T>
-bool read(Cursor& in, std::map<std::string, T, std::less<>>& out) {
+bool read(ReadContext& in, std::map<std::string, T, std::less<>>& out) {
   if (!in.beginObject()) return false;
   out.clear();
   std::string_view key;
@@ -97,10 +112,30 @@ bool read(Cursor& in, std::map<std::string, T, std::less<>>& out) {
   return in.ok();
 }
 
+// A key that reads the same escaped or not.
+constexpr bool isPlainKey(std::string_view key) {
+  for (const char c : key) {
+    if (c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20 ||
+        static_cast<unsigned char>(c) >= 0x80) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// Keys are short: a plain loop beats a call to memcmp.
+inline bool sameText(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (a[i] != b[i]) return false;
+  }
+  return true;
+}
+
 // Reads a member: null clears an optional (or fails a required one); anything else must have
 // the member's type.
 template <bool kRequired, class Member>
-bool readMember(Cursor& in, Member& member) {
+bool readMember(ReadContext& in, Member& member) {
   if constexpr (requires { member.reset(); }) {
     if (in.skipNull()) {
       member.reset();
@@ -118,10 +153,10 @@ struct RecordReader {
   static constexpr auto kFields = T::jsonFields();
   static constexpr std::size_t kCount = std::tuple_size_v<decltype(kFields)>;
   static constexpr std::size_t kNotFound = kCount;
-  using ReadField = bool (*)(Cursor&, T&);
+  using ReadField = bool (*)(ReadContext&, T&);
 
   template <std::size_t I>
-  static bool readField(Cursor& in, T& out) {
+  static bool readField(ReadContext& in, T& out) {
     constexpr auto field = std::get<I>(kFields);
     return readMember<field.required>(in, out.*field.member);
   }
@@ -139,14 +174,22 @@ struct RecordReader {
   }
   (std::make_index_sequence<kCount>{});
 
-  // Keys usually come in table order, so the search starts after the last key found.
+  // Keys usually come in table order: the key after the last one found is tried first, and
+  // the search starts there.
+  static constexpr std::string_view expected(std::size_t hint) {
+    if constexpr (kCount == 0) {
+      return {};
+    } else {
+      return kKeys[hint];
+    }
+  }
+  static_assert(std::apply([](const auto&... field) { return (isPlainKey(field.key) && ...); },
+                           kFields),
+                "keys are matched against the text as they are: no escapes, ASCII only");
+
   static std::size_t find(std::string_view key, std::size_t hint) {
     for (std::size_t n = 0, i = hint; n < kCount; ++n, i = (i + 1 == kCount ? 0 : i + 1)) {
-      const std::string_view candidate = kKeys[i];
-      if (candidate.size() == key.size() &&
-          std::memcmp(candidate.data(), key.data(), key.size()) == 0) {
-        return i;
-      }
+      if (sameText(kKeys[i], key)) return i;
     }
     return kNotFound;
   }
@@ -161,7 +204,7 @@ struct RecordReader {
 };
 
 template <JsonRecord T>
-bool read(Cursor& in, T& out) {
+bool read(ReadContext& in, T& out) {
   using Reader = RecordReader<T>;
   if (!in.beginObject()) return false;
   // A record starts with every listed field absent: defaults never stand in for a missing key.
@@ -169,8 +212,9 @@ bool read(Cursor& in, T& out) {
   std::array<bool, Reader::kCount> seen{};
   std::size_t hint = 0;
   std::string_view key;
-  for (bool first = true; in.nextKey(first, key); first = false) {
-    const std::size_t index = Reader::find(key, hint);
+  for (bool first = true; in.nextKey(first, key, Reader::expected(hint)); first = false) {
+    const std::size_t index =
+        key.data() == Reader::expected(hint).data() ? hint : Reader::find(key, hint);
     if (index == Reader::kNotFound) {
       if (!in.skipValue()) {
         in.prependKey(key);
@@ -197,7 +241,7 @@ bool read(Cursor& in, T& out) {
 // Parses a whole text and reads its root into T; anything after the root value fails.
 template <class T>
 Result<T> decodeDocument(std::string_view text) {
-  Cursor in(text);
+  ReadContext in(text);
   T decoded{};
   if (read(in, decoded) && in.finish()) return decoded;
   return in.error();

@@ -165,12 +165,7 @@ void JsonWriter::writeEscaped(std::string_view value) {
   const char* const end = p + value.size();
   while (p != end) {
     const char* run = p;
-    while (end - p >= 8 && !hasSpecialByte(p))
-      p += 8;
-    while (p != end && static_cast<unsigned char>(*p) < 0x80 &&
-           kEscapes[static_cast<unsigned char>(*p)] == 0) {
-      ++p;
-    }
+    p = findSpecialByte(p, end);
     std::memcpy(at, run, std::size_t(p - run));
     at += p - run;
     if (p == end) break;
