@@ -79,7 +79,7 @@ bool Cursor::readString(std::string_view& out) {
   return scanString(out, scratch_);
 }
 
-bool Cursor::readString(std::string& out) {
+bool Cursor::readStringSlow(std::string& out) {
   NUTRITION_EXPECT(JsonType::string, "a string");
   ++p_;
   std::string_view text;

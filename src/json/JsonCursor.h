@@ -24,6 +24,7 @@
 #include <string_view>
 
 #include "base/Result.h"
+#include "json/Utf8.h"
 
 namespace nutrition::json {
 
@@ -42,10 +43,27 @@ class Cursor {
     skipSpace();
     return p_ == end_ ? JsonType::none : typeOf(*p_);
   }
+  // The first character of the next value; '\0' at the end of the text or after a failure.
+  char next() {
+    if (!ok()) return '\0';
+    skipSpace();
+    return p_ == end_ ? '\0' : *p_;
+  }
   // Consumes a null when one comes next.
-  bool skipNull() { return peek() == JsonType::null && scanLiteral("null"); }
+  bool skipNull() { return next() == 'n' && scanLiteral("null"); }
 
-  bool readString(std::string& out);
+  bool readString(std::string& out) {
+    // Most strings hold no escape and no multi-byte character: one scan and one copy.
+    if (next() == '"') {
+      const char* stop = findSpecialByte(p_ + 1, end_);
+      if (stop != end_ && *stop == '"') {
+        out.assign(p_ + 1, stop);
+        p_ = stop + 1;
+        return true;
+      }
+    }
+    return readStringSlow(out);
+  }
   // A string without copying when it holds no escape; the view lasts until the next read.
   bool readString(std::string_view& out);
   // A JSON integer (no fraction, no exponent) within the range of int64.
@@ -158,7 +176,8 @@ class Cursor {
   // Most integers have a few digits and end the number: read those in one pass, leaving
   // everything else (and every failure) to readInt64Slow.
   bool readShortInteger(std::int64_t& out) {
-    if (peek() != JsonType::number) return false;
+    const char c = next();
+    if (c != '-' && (c < '0' || c > '9')) return false;
     const char* p = p_;
     const bool negative = *p == '-';
     if (negative) ++p;
@@ -177,6 +196,7 @@ class Cursor {
     return true;
   }
   bool readInt64Slow(std::int64_t& out);
+  bool readStringSlow(std::string& out);
   bool failBegin(std::string_view expected);
   bool fail(Failure failure, std::string detail);
   // Reads the string at p_ (after its quote) into a view of the text or into `scratch`.

@@ -77,14 +77,22 @@ bool read(ReadContext& in, std::vector<T>& out) {
   const std::size_t base = scratch.size();
   bool ok = true;
   for (bool first = true; in.nextElement(first); first = false) {
-    // Read into a local first: an element may hold arrays that use the same scratch list.
-    T element{};
-    if (!read(in, element)) {
-      in.prependIndex(scratch.size() - base);
+    const std::size_t index = scratch.size() - base;
+    bool elementRead = false;
+    if constexpr (std::is_arithmetic_v<T> || std::is_same_v<T, std::string>) {
+      elementRead = read(in, scratch.emplace_back());
+    } else {
+      // A record is read into a local first: it may hold arrays that use the same scratch
+      // list, and growing it would move the record being read.
+      T element{};
+      elementRead = read(in, element);
+      if (elementRead) scratch.push_back(std::move(element));
+    }
+    if (!elementRead) {
+      in.prependIndex(index);
       ok = false;
       break;
     }
-    scratch.push_back(std::move(element));
   }
   ok = ok && in.ok();
   if (ok) {

@@ -28,7 +28,8 @@ bool sameBits(double a, double b) {
 }
 
 TEST(JsonReader, InvalidJsonFailsEvenWhereNoFieldReadsIt) {
-  for (const char* value : {
+  using namespace std::string_view_literals;
+  for (const std::string_view value : std::initializer_list<std::string_view>{
            "[1 true]",              // missing comma
            "[1,]",                  // trailing comma in an array
            R"({"a":1,})",           // trailing comma in an object
@@ -65,7 +66,7 @@ TEST(JsonReader, InvalidJsonFailsEvenWhereNoFieldReadsIt) {
            "\"\xF4\x90\x80\x80\"",  // beyond U+10FFFF
            "\"a\nb\"",              // raw control characters
            "\"a\tb\"",              //
-           std::string("\"a\0b\"", 5).c_str(),
+           "\"a\0b\""sv,
            "\"unterminated",  //
            "[[1]",            // unclosed
            "{\"a\":[}]",      // mismatched brackets
