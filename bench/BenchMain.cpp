@@ -90,6 +90,8 @@ int main(int argc, char** argv) {
              "DecodeMenu_SimdjsonDom", "goal >= 0.5");
   printRatio(reporter, "decode weekly menu vs nlohmann::json parse", "DecodeMenu_Ours",
              "DecodeMenu_Nlohmann", "goal >= 10");
+  printRatio(reporter, "decode weekly menu vs copying its records", "DecodeMenu_Ours",
+             "CopyDecodedMenu", "the allocation floor, for information");
   printRatio(reporter, "decode member vs simdjson DOM parse", "DecodeMember_Ours",
              "DecodeMember_SimdjsonDom", "for information");
   printRatio(reporter, "decode member vs nlohmann::json parse", "DecodeMember_Ours",
