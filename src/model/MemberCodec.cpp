@@ -1,7 +1,6 @@
-// Decoding of the member records and the login answers.
+// Decoding of the member records.
 
 #include "json/JsonReader.h"
-#include "model/NutritionCredentials.h"
 #include "model/NutritionUser.h"
 #include "model/NutritionUserResponse.h"
 #include "model/PublicProfile.h"
@@ -11,5 +10,3 @@ NUTRITION_JSON_DECODABLE(nutrition::NutritionUser)
 NUTRITION_JSON_DECODABLE(nutrition::NutritionUserResponse)
 NUTRITION_JSON_DECODABLE(nutrition::PublicProfile)
 NUTRITION_JSON_DECODABLE(nutrition::SelectedIntake)
-NUTRITION_JSON_DECODABLE(nutrition::NutritionCredentialsIA)
-NUTRITION_JSON_DECODABLE(nutrition::NutritionLoginAuth)

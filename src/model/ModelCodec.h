@@ -5,8 +5,9 @@
 //   auto users = decodeJsonArray<NutritionUserResponse>(body);   // Result<std::vector<...>>
 //   auto body = encodeJson(user);                                // Result<std::string>
 //
-// Decoding is compiled once per record family, in MemberCodec.cpp, MenuCodec.cpp,
-// CatalogueCodec.cpp and ResourceCodec.cpp; a record missing from them does not link.
+// Decoding is compiled once per record family, in the model's *Codec.cpp sources (member, menu,
+// favourites and login, catalogues, distributions, questionnaire, resources), which keeps each
+// of them quick to compile; a record missing from them does not link.
 
 #include <string_view>
 #include <vector>
