@@ -4,9 +4,11 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake pkg-config clang-format clang-tidy
-  libsimdjson-dev libcurl4-openssl-dev libhowardhinnant-date-dev libcpp-httplib-dev tzdata
+  build-essential cmake pkg-config clang clang-format clang-tidy
+  libcurl4-openssl-dev libhowardhinnant-date-dev libcpp-httplib-dev zlib1g-dev tzdata
   libgtest-dev libgmock-dev libbenchmark-dev curl
+  # Benchmark-only: the reference parsers and writer the codec benchmarks compare against.
+  libsimdjson-dev nlohmann-json3-dev rapidjson-dev
 )
 
 missing=()

@@ -23,16 +23,9 @@ if [ -z "$clang" ]; then
 fi
 [ -n "$clang" ] || { echo "no clang++ found" >&2; exit 2; }
 
-# Third-party headers the core uses, taken alone so no Linux system header leaks in.
-vendor="$(mktemp -d)"
-trap 'rm -rf "$vendor"' EXIT
-simdjson_header="${SIMDJSON_HEADER:-/usr/include/simdjson.h}"
-[ -f "$simdjson_header" ] || { echo "simdjson.h not found (set SIMDJSON_HEADER)" >&2; exit 2; }
-cp "$simdjson_header" "$vendor/"
-
 common=(
   -fsyntax-only -target arm64-apple-ios15.0 -isysroot "$sdk"
-  -stdlib=libc++ -nostdinc++ -isystem "$sdk/usr/include/c++/v1" -isystem "$vendor"
+  -stdlib=libc++ -nostdinc++ -isystem "$sdk/usr/include/c++/v1"
   -I "$root/src" -I "$root" -Wall -Wextra -Wpedantic -Wno-missing-field-initializers -Werror
 )
 

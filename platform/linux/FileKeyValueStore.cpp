@@ -1,70 +1,65 @@
 #include "platform/linux/FileKeyValueStore.h"
 
-#include <simdjson.h>
-
-#include <cstdio>
-#include <fstream>
-#include <sstream>
-#include <system_error>
-
+#include "base/File.h"
 #include "base/Log.h"
+#include "json/JsonCursor.h"
 #include "json/JsonWriter.h"
 
 namespace nutrition {
 namespace {
 
-namespace od = simdjson::ondemand;
-
-std::optional<StoredValue> readStoredValue(od::value value) {
-  od::json_type type;
-  if (value.type().get(type)) return std::nullopt;
-  switch (type) {
-    case od::json_type::number: {
+// A stored value is a number, a string or a list of strings. Any other value, or a list
+// holding anything but strings, is passed over (and checked) and reads as no value.
+std::optional<StoredValue> readStoredValue(json::Cursor& in) {
+  switch (in.peek()) {
+    case json::JsonType::number: {
       double number = 0;
-      if (value.get_double().get(number)) return std::nullopt;
-      return number;
+      if (in.readDouble(number)) return number;
+      return std::nullopt;
     }
-    case od::json_type::string: {
-      std::string_view text;
-      if (value.get_string().get(text)) return std::nullopt;
-      return std::string(text);
+    case json::JsonType::string: {
+      std::string text;
+      if (in.readString(text)) return text;
+      return std::nullopt;
     }
-    case od::json_type::array: {
-      od::array array;
-      if (value.get_array().get(array)) return std::nullopt;
+    case json::JsonType::array: {
       std::vector<std::string> list;
-      for (auto element : array) {
-        std::string_view text;
-        if (element.get_string().get(text)) return std::nullopt;
-        list.emplace_back(text);
+      bool allStrings = true;
+      if (!in.beginArray()) return std::nullopt;
+      for (bool first = true; in.nextElement(first); first = false) {
+        if (allStrings && in.peek() == json::JsonType::string) {
+          if (!in.readString(list.emplace_back())) return std::nullopt;
+        } else {
+          allStrings = false;
+          if (!in.skipValue()) return std::nullopt;
+        }
       }
+      if (!in.ok() || !allStrings) return std::nullopt;
       return list;
     }
     default:
+      in.skipValue();
       return std::nullopt;
   }
 }
 
 std::map<std::string, StoredValue, std::less<>> load(const std::filesystem::path& file) {
   std::map<std::string, StoredValue, std::less<>> values;
-  std::ifstream in(file, std::ios::binary);
-  if (!in) return values;
-  std::stringstream contents;
-  contents << in.rdbuf();
-  const simdjson::padded_string padded(contents.str());
-  od::parser parser;
-  od::document document;
-  od::object object;
-  if (parser.iterate(padded).get(document) || document.get_object().get(object)) {
-    log(LogLevel::warning, "ignoring unreadable store " + file.string());
-    return values;
+  const auto contents = readFile(file);
+  if (!contents) return values;
+  json::Cursor in(*contents);
+  std::string_view key;
+  if (in.beginObject()) {
+    for (bool first = true; in.nextKey(first, key); first = false) {
+      std::string name(key);
+      if (auto stored = readStoredValue(in)) values.insert_or_assign(std::move(name), *stored);
+    }
   }
-  for (auto entry : object) {
-    od::field field;
-    std::string_view key;
-    if (std::move(entry).get(field) || field.unescaped_key().get(key)) break;
-    std::string name(key);
-    if (auto stored = readStoredValue(field.value())) values.insert_or_assign(name, *stored);
+  if (!in.ok() || !in.finish()) {
+    // A file cut short or damaged is not trusted at all.
+    log(LogLevel::warning,
+        "ignoring unreadable store " + file.string() + " (" + in.error().message + ")");
+    values.clear();
   }
   return values;
 }
@@ -124,20 +119,8 @@ void FileKeyValueStore::save() const {
   }
   out.endObject();
 
-  std::error_code error;
-  std::filesystem::create_directories(file_.parent_path(), error);
-  const auto temporary = std::filesystem::path(file_).concat(".tmp");
-  {
-    std::ofstream stream(temporary, std::ios::binary | std::ios::trunc);
-    stream << out.text();
-    stream.flush();
-    if (!stream) {
-      log(LogLevel::error, "could not write " + temporary.string());
-      return;
-    }
-  }
-  std::filesystem::rename(temporary, file_, error);
-  if (error) log(LogLevel::error, "could not replace " + file_.string() + ": " + error.message());
+  if (!writeFileAtomically(file_, out.text()))
+    log(LogLevel::error, "could not write " + file_.string());
 }
 
 FileKeyValueStores::FileKeyValueStores(std::filesystem::path directory)

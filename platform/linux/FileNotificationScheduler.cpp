@@ -1,9 +1,6 @@
 #include "platform/linux/FileNotificationScheduler.h"
 
-#include <fstream>
-#include <sstream>
-#include <system_error>
-
+#include "base/File.h"
 #include "base/Log.h"
 #include "json/JsonEncode.h"
 #include "json/JsonReader.h"
@@ -30,20 +27,33 @@ struct StoredRequest {
   }
 };
 
+// A trigger the calendar can hold; anything else in the file is treated as unreadable.
+bool plausible(const StoredRequest& s) {
+  const auto within = [](std::int64_t value, std::int64_t low, std::int64_t high) {
+    return value >= low && value <= high;
+  };
+  return within(s.year, 1, 9999) && within(s.month, 1, 12) && within(s.day, 1, 31) &&
+         within(s.hour, 0, 23) && within(s.minute, 0, 59) && within(s.second, 0, 60);
+}
+
 }  // namespace
 
 FileNotificationScheduler::FileNotificationScheduler(std::filesystem::path file)
     : file_(std::move(file)) {
-  std::ifstream in(file_, std::ios::binary);
-  if (!in) return;
-  std::stringstream contents;
-  contents << in.rdbuf();
-  const auto stored = json::decodeDocument<std::vector<StoredRequest>>(contents.str());
+  const auto contents = readFile(file_);
+  if (!contents) return;
+  const auto stored = json::decodeDocument<std::vector<StoredRequest>>(*contents);
   if (!stored.ok()) {
-    log(LogLevel::warning, "ignoring unreadable notifications file " + file_.string());
+    log(LogLevel::warning, "ignoring unreadable notifications file " + file_.string() + " (" +
+                               stored.error().message + ")");
     return;
   }
   for (const auto& s : *stored) {
+    if (!plausible(s)) {
+      log(LogLevel::warning,
+          "ignoring a notification with an impossible date in " + file_.string());
+      continue;
+    }
     LocalDateTime trigger;
     trigger.year = int(s.year);
     trigger.month = unsigned(s.month);
@@ -73,15 +83,9 @@ void FileNotificationScheduler::save() const {
         {request.identifier, request.body, t.year, t.month, t.day, t.hour, t.minute, t.second});
   }
   const auto text = json::encodeJson(stored);
-  std::error_code error;
-  std::filesystem::create_directories(file_.parent_path(), error);
-  const auto temporary = std::filesystem::path(file_).concat(".tmp");
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    out << *text;
-    if (!out) return;
+  if (!text.ok() || !writeFileAtomically(file_, *text)) {
+    log(LogLevel::error, "could not write " + file_.string());
   }
-  std::filesystem::rename(temporary, file_, error);
 }
 
 }  // namespace nutrition

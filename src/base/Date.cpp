@@ -1,9 +1,22 @@
 #include "base/Date.h"
 
-#include <cstdio>
+#include <algorithm>
 
 namespace nutrition {
 namespace {
+
+using namespace std::chrono;
+
+constexpr Date kFirstWritable = sys_days{year{1} / January / 1};
+constexpr Date kLastWritable =
+    sys_days{year{9999} / December / 31} + hours{23} + minutes{59} + seconds{59};
+
+void writeDigits(char* out, unsigned value, int width) {
+  for (int i = width - 1; i >= 0; --i) {
+    out[i] = char('0' + value % 10);
+    value /= 10;
+  }
+}
 
 // Reads exactly `width` decimal digits at `pos`.
 std::optional<int> digits(std::string_view text, std::size_t pos, std::size_t width) {
@@ -24,7 +37,6 @@ bool expect(std::string_view text, std::size_t pos, char c) {
 }  // namespace
 
 std::optional<Date> parseIso8601(std::string_view text) {
-  using namespace std::chrono;
   // 0123456789012345678
   // YYYY-MM-DDTHH:MM:SS
   const auto year = digits(text, 0, 4);
@@ -57,19 +69,39 @@ std::optional<Date> parseIso8601(std::string_view text) {
     if (sign == '-') offset = -offset;
   }
   const sys_seconds local = sys_days{ymd} + hours{*hour} + minutes{*minute} + seconds{*second};
-  return local - offset;
+  const Date date = local - offset;
+  if (!hasIso8601Form(date)) return std::nullopt;
+  return date;
 }
 
-std::string formatIso8601(Date date) {
-  using namespace std::chrono;
+bool hasIso8601Form(Date date) {
+  return date >= kFirstWritable && date <= kLastWritable;
+}
+
+void formatIso8601(Date date, char* out) {
+  date = std::clamp(date, kFirstWritable, kLastWritable);
   const sys_days dayPoint = floor<days>(date);
   const year_month_day ymd{dayPoint};
   const hh_mm_ss time{date - dayPoint};
-  char buffer[40];
-  std::snprintf(buffer, sizeof buffer, "%04d-%02u-%02uT%02d:%02d:%02dZ", int(ymd.year()),
-                unsigned(ymd.month()), unsigned(ymd.day()), int(time.hours().count()),
-                int(time.minutes().count()), int(time.seconds().count()));
-  return buffer;
+  // YYYY-MM-DDTHH:MM:SSZ
+  writeDigits(out, unsigned(int(ymd.year())), 4);
+  out[4] = '-';
+  writeDigits(out + 5, unsigned(ymd.month()), 2);
+  out[7] = '-';
+  writeDigits(out + 8, unsigned(ymd.day()), 2);
+  out[10] = 'T';
+  writeDigits(out + 11, unsigned(time.hours().count()), 2);
+  out[13] = ':';
+  writeDigits(out + 14, unsigned(time.minutes().count()), 2);
+  out[16] = ':';
+  writeDigits(out + 17, unsigned(time.seconds().count()), 2);
+  out[19] = 'Z';
+}
+
+std::string formatIso8601(Date date) {
+  std::string text(kIso8601Length, '\0');
+  formatIso8601(date, text.data());
+  return text;
 }
 
 }  // namespace nutrition

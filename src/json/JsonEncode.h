@@ -30,7 +30,7 @@ inline void write(JsonWriter& out, bool value) {
   out.boolean(value);
 }
 inline void write(JsonWriter& out, Date value) {
-  out.string(formatIso8601(value));
+  out.date(value);
 }
 
 template <RawEnum E>
@@ -78,12 +78,13 @@ void write(JsonWriter& out, const T& record) {
   out.endObject();
 }
 
-// The JSON text of a record or a list of records; fails only on a non-finite number.
+// The JSON text of a record or a list of records; fails only on a non-finite number or a date
+// outside years 0001 to 9999.
 template <class T>
 Result<std::string> encodeJson(const T& value) {
   JsonWriter out;
   write(out, value);
-  if (out.failed()) return Error{ErrorCode::encoding, "a number is not finite"};
+  if (out.failed()) return Error{ErrorCode::encoding, std::string(out.failure())};
   return out.take();
 }
 

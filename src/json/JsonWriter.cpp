@@ -1,43 +1,36 @@
 #include "json/JsonWriter.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+
+#include "json/Utf8.h"
 
 namespace nutrition::json {
 namespace {
 
-constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
+constexpr char kReplacementCharacter[] = "\xEF\xBF\xBD";
 
-// Length of the well-formed UTF-8 sequence starting at `text[i]`, or 0 when it is malformed.
-std::size_t utf8SequenceLength(std::string_view text, std::size_t i) {
-  const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(text[k]); };
-  const unsigned char lead = byte(i);
-  std::size_t length = 0;
-  unsigned char low = 0x80, high = 0xBF;  // bounds of the second byte
-  if (lead < 0x80) return 1;
-  if (lead >= 0xC2 && lead <= 0xDF) {
-    length = 2;
-  } else if (lead >= 0xE0 && lead <= 0xEF) {
-    length = 3;
-    if (lead == 0xE0) low = 0xA0;   // no overlong forms
-    if (lead == 0xED) high = 0x9F;  // no surrogates
-  } else if (lead >= 0xF0 && lead <= 0xF4) {
-    length = 4;
-    if (lead == 0xF0) low = 0x90;
-    if (lead == 0xF4) high = 0x8F;  // nothing above U+10FFFF
-  } else {
-    return 0;
-  }
-  if (i + length > text.size()) return 0;
-  if (byte(i + 1) < low || byte(i + 1) > high) return 0;
-  for (std::size_t k = i + 2; k < i + length; ++k) {
-    if (byte(k) < 0x80 || byte(k) > 0xBF) return 0;
-  }
-  return length;
-}
+// What each ASCII byte becomes inside a string: 0 copies it, 'u' writes \u00XX, any other
+// letter writes that letter after a backslash.
+constexpr auto kEscapes = [] {
+  std::array<char, 128> table{};
+  for (int c = 0; c < 0x20; ++c)
+    table[std::size_t(c)] = 'u';
+  table['"'] = '"';
+  table['\\'] = '\\';
+  table['\n'] = 'n';
+  table['\r'] = 'r';
+  table['\t'] = 't';
+  table['\b'] = 'b';
+  table['\f'] = 'f';
+  return table;
+}();
 
 }  // namespace
 
@@ -63,129 +56,147 @@ std::string formatNumber(double value) {
 #endif
 }
 
-void JsonWriter::beforeValue() {
-  if (afterKey_) {
-    afterKey_ = false;
-    return;
-  }
-  if (!containerIsEmpty_.empty()) {
-    if (!containerIsEmpty_.back()) out_ += ',';
-    containerIsEmpty_.back() = false;
-  }
+JsonWriter::JsonWriter(std::size_t expectedSize) {
+  out_.resize(expectedSize);
+}
+
+void JsonWriter::grow(std::size_t count) {
+  out_.resize(std::max(out_.size() * 2, size_ + count));
+}
+
+std::string JsonWriter::take() {
+  out_.resize(size_);
+  size_ = 0;
+  needsComma_ = false;
+  return std::move(out_);
+}
+
+void JsonWriter::writeRaw(std::string_view text) {
+  char* at = reserve(text.size() + 1);
+  separate(at);
+  std::memcpy(at, text.data(), text.size());
+  size_ = std::size_t(at + text.size() - out_.data());
+  needsComma_ = true;
 }
 
 void JsonWriter::open(char bracket) {
-  beforeValue();
-  out_ += bracket;
-  containerIsEmpty_.push_back(true);
+  char* at = reserve(2);
+  separate(at);
+  *at++ = bracket;
+  size_ = std::size_t(at - out_.data());
+  needsComma_ = false;
 }
 
 void JsonWriter::close(char bracket) {
-  out_ += bracket;
-  if (!containerIsEmpty_.empty()) containerIsEmpty_.pop_back();
-}
-
-void JsonWriter::beginObject() {
-  open('{');
-}
-void JsonWriter::endObject() {
-  close('}');
-}
-void JsonWriter::beginArray() {
-  open('[');
-}
-void JsonWriter::endArray() {
-  close(']');
+  char* at = reserve(1);
+  *at++ = bracket;
+  size_ = std::size_t(at - out_.data());
+  needsComma_ = true;
 }
 
 void JsonWriter::key(std::string_view name) {
-  beforeValue();
   writeEscaped(name);
-  out_ += ':';
-  afterKey_ = true;
+  char* at = reserve(1);
+  *at = ':';
+  ++size_;
+  needsComma_ = false;
 }
 
 void JsonWriter::string(std::string_view value) {
-  beforeValue();
   writeEscaped(value);
 }
 
 void JsonWriter::integer(std::int64_t value) {
-  beforeValue();
-  out_ += std::to_string(value);
+  char* at = reserve(24);
+  separate(at);
+  at = std::to_chars(at, at + 21, value).ptr;
+  size_ = std::size_t(at - out_.data());
+  needsComma_ = true;
 }
 
 void JsonWriter::number(double value) {
-  beforeValue();
   if (!std::isfinite(value)) {
-    failed_ = true;
-    out_ += "null";
+    failure_ = "a number is not finite";
+    writeRaw("null");
     return;
   }
-  out_ += formatNumber(value);
+#if defined(__cpp_lib_to_chars) && __cpp_lib_to_chars >= 201611L
+  char* at = reserve(40);
+  separate(at);
+  at = std::to_chars(at, at + 32, value).ptr;
+  size_ = std::size_t(at - out_.data());
+  needsComma_ = true;
+#else
+  writeRaw(formatNumber(value));
+#endif
 }
 
 void JsonWriter::boolean(bool value) {
-  beforeValue();
-  out_ += value ? "true" : "false";
+  writeRaw(value ? "true" : "false");
 }
 
 void JsonWriter::null() {
-  beforeValue();
-  out_ += "null";
+  writeRaw("null");
+}
+
+void JsonWriter::date(Date value) {
+  if (!hasIso8601Form(value)) {
+    failure_ = "a date is outside years 0001 to 9999";
+    writeRaw("null");
+    return;
+  }
+  char* at = reserve(kIso8601Length + 3);
+  separate(at);
+  *at++ = '"';
+  formatIso8601(value, at);
+  at += kIso8601Length;
+  *at++ = '"';
+  size_ = std::size_t(at - out_.data());
+  needsComma_ = true;
 }
 
 void JsonWriter::writeEscaped(std::string_view value) {
   static constexpr char kHex[] = "0123456789abcdef";
-  out_ += '"';
-  for (std::size_t i = 0; i < value.size();) {
-    const char c = value[i];
-    const auto byte = static_cast<unsigned char>(c);
+  // Worst case: every byte a six-byte \u escape, plus a comma and the quotes.
+  char* at = reserve(value.size() * 6 + 3);
+  separate(at);
+  *at++ = '"';
+  const char* p = value.data();
+  const char* const end = p + value.size();
+  while (p != end) {
+    const char* run = p;
+    p = findSpecialByte(p, end);
+    std::memcpy(at, run, std::size_t(p - run));
+    at += p - run;
+    if (p == end) break;
+    const auto byte = static_cast<unsigned char>(*p);
     if (byte >= 0x80) {
-      const std::size_t length = utf8SequenceLength(value, i);
+      const std::size_t length = utf8SequenceLength(std::string_view(p, std::size_t(end - p)), 0);
       if (length == 0) {
-        out_ += kReplacementCharacter;
-        ++i;
+        std::memcpy(at, kReplacementCharacter, 3);
+        at += 3;
+        ++p;
       } else {
-        out_.append(value.substr(i, length));
-        i += length;
+        std::memcpy(at, p, length);
+        at += length;
+        p += length;
       }
       continue;
     }
-    switch (c) {
-      case '"':
-        out_ += "\\\"";
-        break;
-      case '\\':
-        out_ += "\\\\";
-        break;
-      case '\n':
-        out_ += "\\n";
-        break;
-      case '\r':
-        out_ += "\\r";
-        break;
-      case '\t':
-        out_ += "\\t";
-        break;
-      case '\b':
-        out_ += "\\b";
-        break;
-      case '\f':
-        out_ += "\\f";
-        break;
-      default:
-        if (byte < 0x20) {
-          out_ += "\\u00";
-          out_ += kHex[byte >> 4];
-          out_ += kHex[byte & 0xF];
-        } else {
-          out_ += c;
-        }
+    const char escape = kEscapes[byte];
+    *at++ = '\\';
+    *at++ = escape;
+    if (escape == 'u') {
+      *at++ = '0';
+      *at++ = '0';
+      *at++ = kHex[byte >> 4];
+      *at++ = kHex[byte & 0xF];
     }
-    ++i;
+    ++p;
   }
-  out_ += '"';
+  *at++ = '"';
+  size_ = std::size_t(at - out_.data());
+  needsComma_ = true;
 }
 
 }  // namespace nutrition::json

@@ -29,30 +29,6 @@ std::optional<NutritionDay> dayOf(const NutritionMenu& menu, std::int64_t number
   return std::nullopt;
 }
 
-// A catalogue completion that hands `completion` one answer per entry (title = name,
-// score = identifier), after `adjust` has filtered or ordered the entries.
-template <class T, class Adjust>
-auto answering(NutritionUtils::Completion<std::vector<QuestionaryAnswer>> completion,
-               std::optional<std::string> T::*name, std::optional<std::int64_t> T::*id,
-               Adjust adjust) {
-  return
-      [completion = std::move(completion), name, id, adjust](std::optional<std::vector<T>> list) {
-        if (!list) return completion(std::nullopt);
-        adjust(*list);
-        std::vector<QuestionaryAnswer> answers;
-        answers.reserve(list->size());
-        for (const auto& entry : *list)
-          answers.push_back({entry.*name, entry.*id, false});
-        completion(std::move(answers));
-      };
-}
-
-template <class T>
-auto answering(NutritionUtils::Completion<std::vector<QuestionaryAnswer>> completion,
-               std::optional<std::string> T::*name, std::optional<std::int64_t> T::*id) {
-  return answering(std::move(completion), name, id, [](std::vector<T>&) {});
-}
-
 }  // namespace
 
 NutritionUtils::NutritionUtils(const Platform& platform, const DataServiceNutrition& service,
@@ -74,32 +50,6 @@ NutritionUtils::NutritionUtils(const Platform& platform, const DataServiceNutrit
   service_.getExcludedAliments(onMain<std::vector<NutritionExcluded>>(
       [this](std::optional<std::vector<NutritionExcluded>> list) {
         if (list && !excludedAliments) excludedAliments = std::move(list);
-      }));
-}
-
-template <class T>
-BackendCompletion<T> NutritionUtils::onMain(Completion<T> completion) const {
-  return [queue = queue_, alive = lifetime_.watch(), completion = std::move(completion)](
-             const std::optional<Error>& error, std::optional<T> value) {
-    if (error) {
-      postIfAlive(queue, alive, [completion] { completion(std::nullopt); });
-    } else if (!alive.expired()) {
-      completion(std::move(value));
-    }
-  };
-}
-
-template <class T, class Fetch>
-void NutritionUtils::cachedOrDownloaded(std::optional<std::vector<T>> NutritionUtils::*field,
-                                        Fetch fetch, Completion<std::vector<T>> completion) {
-  if (this->*field) {
-    completion(this->*field);
-    return;
-  }
-  (service_.*fetch)(onMain<std::vector<T>>(
-      [this, field, completion = std::move(completion)](std::optional<std::vector<T>> list) {
-        if (list) this->*field = list;
-        completion(std::move(list));
       }));
 }
 
@@ -147,62 +97,6 @@ void NutritionUtils::downloadMenu(Completion<NutritionMenu> completion) {
         weeklyMenu = menu;
         completion(std::move(menu));
       });
-}
-
-void NutritionUtils::getDishOrders(Completion<std::vector<NutritionDishOrder>> completion) {
-  cachedOrDownloaded(&NutritionUtils::dishOrders, &DataServiceNutrition::getDishOrder,
-                     std::move(completion));
-}
-
-void NutritionUtils::getPreferences(Completion<std::vector<NutritionPreference>> completion) {
-  cachedOrDownloaded(&NutritionUtils::preferences, &DataServiceNutrition::getPreferences,
-                     std::move(completion));
-}
-
-void NutritionUtils::getFastings(Completion<std::vector<IntermittentFasting>> completion) {
-  cachedOrDownloaded(&NutritionUtils::fastings, &DataServiceNutrition::getIntermitentFasting,
-                     std::move(completion));
-}
-
-void NutritionUtils::getDistributions(Completion<std::vector<NutritionDistribution>> completion) {
-  cachedOrDownloaded(&NutritionUtils::distributions, &DataServiceNutrition::getDistributions,
-                     std::move(completion));
-}
-
-void NutritionUtils::getIntakes(Completion<std::vector<NutritionIntake>> completion) {
-  cachedOrDownloaded(&NutritionUtils::intakes, &DataServiceNutrition::getIntakes,
-                     std::move(completion));
-}
-
-void NutritionUtils::getBalances(Completion<std::vector<NutritionBalance>> completion) {
-  cachedOrDownloaded(&NutritionUtils::balances, &DataServiceNutrition::getBalances,
-                     std::move(completion));
-}
-
-void NutritionUtils::getActivityIntensity(Completion<std::vector<PhysicalIntensity>> completion) {
-  cachedOrDownloaded(&NutritionUtils::physicalIntensity, &DataServiceNutrition::getPhysicalActivity,
-                     std::move(completion));
-}
-
-void NutritionUtils::getExcludedAliments(Completion<std::vector<NutritionExcluded>> completion) {
-  cachedOrDownloaded(&NutritionUtils::excludedAliments, &DataServiceNutrition::getExcludedAliments,
-                     std::move(completion));
-}
-
-void NutritionUtils::getDistributionByID(std::int64_t id,
-                                         Completion<NutritionDistribution> completion) {
-  getDistributions([id, completion = std::move(completion)](
-                       std::optional<std::vector<NutritionDistribution>> list) {
-    if (list) {
-      for (const auto& distribution : *list) {
-        if (distribution.distributionByIntakeID == id) {
-          completion(distribution);
-          return;
-        }
-      }
-    }
-    completion(std::nullopt);
-  });
 }
 
 void NutritionUtils::getAlternativeDish(std::int64_t dishOrder,
@@ -267,62 +161,6 @@ void NutritionUtils::removeFavoriteDish(std::int64_t dishID,
                                                             std::vector<NutritionDish>{}));
                     completion(favoriteDishes);
                   }));
-}
-
-void NutritionUtils::getAnswersFor(std::string_view field,
-                                   Completion<std::vector<QuestionaryAnswer>> completion) {
-  const auto preferencesOfKind = [](bool intolerances) {
-    return [intolerances](std::vector<NutritionPreference>& list) {
-      std::erase_if(list, [&](const NutritionPreference& p) {
-        return (p.preferenceType == PreferenceType::intollerance) != intolerances;
-      });
-    };
-  };
-  const auto preference = [&](bool intolerances) {
-    return answering(completion, &NutritionPreference::preferenceName,
-                     &NutritionPreference::preferenceID, preferencesOfKind(intolerances));
-  };
-
-  if (field == "intollerance") {
-    getPreferences(preference(true));
-  } else if (field == "excludedAliment") {
-    getExcludedAliments(answering(completion, &NutritionExcluded::excludedAlimentName,
-                                  &NutritionExcluded::excludedAlimentId));
-  } else if (field == "preferences") {
-    getPreferences(preference(false));
-  } else if (field == "physicalIntensityID") {
-    getActivityIntensity(answering(completion, &PhysicalIntensity::physicalIntensityName,
-                                   &PhysicalIntensity::physicalIntensityID));
-  } else if (field == "desiredBalanceID") {
-    getBalances(answering(completion, &NutritionBalance::desiredBalanceName,
-                          &NutritionBalance::desiredBalanceID));
-  } else if (field == "selectedIntakes") {
-    getIntakes(answering(completion, &NutritionIntake::name, &NutritionIntake::intakeId));
-  } else if (field == "distributionByIntakeID") {
-    getDistributions(answering(completion, &NutritionDistribution::distributionByIntakeName,
-                               &NutritionDistribution::distributionByIntakeID,
-                               [](std::vector<NutritionDistribution>& list) {
-                                 std::stable_sort(
-                                     list.begin(), list.end(), [](const auto& a, const auto& b) {
-                                       return a.distributionByIntakeID < b.distributionByIntakeID;
-                                     });
-                               }));
-  } else if (field == "intermittentFastingID") {
-    getFastings(answering(completion, &IntermittentFasting::intermittentFastingName,
-                          &IntermittentFasting::intermittentFastingID,
-                          [](std::vector<IntermittentFasting>& list) {
-                            std::erase_if(list, [](const auto& f) { return !f.enabled; });
-                          }));
-  } else if (field == "lunchDishes" || field == "dinnerDishes") {
-    getDishOrders(answering(completion, &NutritionDishOrder::dishOrderName,
-                            &NutritionDishOrder::dishOrderID));
-  } else if (field == "difficulty") {
-    completion(std::vector<QuestionaryAnswer>{{strings_.localized("Fácil"), 1, false},
-                                              {strings_.localized("Intermedia"), 2, false},
-                                              {strings_.localized("Elaborada"), 3, false}});
-  } else {
-    completion(std::nullopt);
-  }
 }
 
 bool NutritionUtils::canViewMenu() const {

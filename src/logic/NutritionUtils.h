@@ -126,4 +126,18 @@ class NutritionUtils {
   Lifetime lifetime_;
 };
 
+// Answers reach the completion on the main queue while the holder exists; a transport error
+// becomes no value.
+template <class T>
+inline BackendCompletion<T> NutritionUtils::onMain(Completion<T> completion) const {
+  return [queue = queue_, alive = lifetime_.watch(), completion = std::move(completion)](
+             const std::optional<Error>& error, std::optional<T> value) {
+    if (error) {
+      postIfAlive(queue, alive, [completion] { completion(std::nullopt); });
+    } else if (!alive.expired()) {
+      completion(std::move(value));
+    }
+  };
+}
+
 }  // namespace nutrition

@@ -38,6 +38,28 @@ TEST(Iso8601, RejectsEverythingElse) {
   }
 }
 
+TEST(Iso8601, OnlyMomentsWithinYears0001To9999InUtcParse) {
+  struct Case {
+    const char* text;
+    bool parses;
+  };
+  for (const Case& c : {
+           Case{"0001-01-01T00:00:00Z", true}, Case{"9999-12-31T23:59:59Z", true},
+           Case{"0001-01-01T01:00:00+01:00", true}, Case{"9999-12-31T22:59:59-01:00", true},
+           Case{"0000-01-01T00:00:00+01:00", false},  // year 0 either way
+           Case{"0000-12-31T23:00:00-01:00", true},   // written as 0001-01-01T00:00:00Z
+           Case{"0001-01-01T00:00:00+00:01", false},  // before 0001 in UTC
+           Case{"9999-12-31T23:59:59-00:01", false},  // year 10000 in UTC
+       }) {
+    SCOPED_TRACE(c.text);
+    const auto date = parseIso8601(c.text);
+    ASSERT_EQ(date.has_value(), c.parses);
+    if (date) {
+      EXPECT_EQ(parseIso8601(formatIso8601(*date)), date);
+    }
+  }
+}
+
 TEST(Iso8601, FormatsInUtcAndReadsBack) {
   EXPECT_EQ(formatIso8601(utc(1985, 4, 12)), "1985-04-12T00:00:00Z");
   EXPECT_EQ(formatIso8601(utc(1969, 7, 20, 20, 17, 40)), "1969-07-20T20:17:40Z");

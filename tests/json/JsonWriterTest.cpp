@@ -53,6 +53,40 @@ TEST(JsonWriter, ReplacesMalformedUtf8) {
             "\"" + replacement + replacement + replacement + "\"");
 }
 
+TEST(JsonWriter, GrowsPastItsFirstReserveWithoutLosingText) {
+  // A tiny first reserve: every kind of write has to grow the buffer.
+  JsonWriter out(4);
+  std::string expected = "[";
+  out.beginArray();
+  for (int i = 0; i < 200; ++i) {
+    if (i > 0) expected += ',';
+    switch (i % 4) {
+      case 0:
+        out.string(std::string(std::size_t(i), '\x01'));
+        expected += '"';
+        for (int k = 0; k < i; ++k)
+          expected += "\\u0001";
+        expected += '"';
+        break;
+      case 1:
+        out.integer(std::numeric_limits<std::int64_t>::min());
+        expected += "-9223372036854775808";
+        break;
+      case 2:
+        out.number(-1.5e-300);
+        expected += "-1.5e-300";
+        break;
+      default:
+        out.date(Date{std::chrono::seconds{-62135596800}});  // the first writable second
+        expected += "\"0001-01-01T00:00:00Z\"";
+    }
+  }
+  out.endArray();
+  expected += ']';
+  EXPECT_FALSE(out.failed());
+  EXPECT_EQ(out.take(), expected);
+}
+
 TEST(JsonWriter, WritesShortestRoundTripNumbersAndRefusesNonFinite) {
   EXPECT_EQ(formatNumber(1800.0), "1800");
   EXPECT_EQ(formatNumber(2020.536), "2020.536");

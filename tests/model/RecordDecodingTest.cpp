@@ -98,6 +98,13 @@ TEST(RecordDecoding, MalformedDocumentsFail) {
   }
 }
 
+TEST(RecordDecoding, InvalidJsonInKeysNoRecordKnowsFailsTheBody) {
+  expectArrayFails<NutritionDish>(R"([{"DishId":1,"Extra":[1 true]}])");
+  expectArrayFails<NutritionMenu>(R"([{"Days":[{"DayNum":1,"Note":nul}]}])");
+  expectArrayFails<NutritionUserResponse>(R"([{"_id":"a","Later":{"x":01}}])");
+  expectArrayFails<NutritionUserResponse>(R"([{"_id":"a","Later":"\ud800"}])");
+}
+
 TEST(RecordDecoding, KeysAreMatchedAfterUnescaping) {
   const auto user = decodeJson<NutritionUserResponse>(R"({"\u0055serId": "m\u00e9\"1"})");
   ASSERT_TRUE(user.ok()) << user.error().message;

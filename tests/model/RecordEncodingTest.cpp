@@ -155,12 +155,44 @@ TEST(RecordEncoding, EncodedRecordsDecodeToEqualRecords) {
   EXPECT_EQ(*menuBack, menu);
 }
 
-TEST(RecordEncoding, NonFiniteEnergyCannotBeSent) {
+TEST(RecordEncoding, DecodedTextEncodesToTextThatDecodesTheSame) {
+  // Escapes, raw UTF-8, control characters, exact doubles and dates with offsets survive
+  // decode, encode and decode again.
+  const auto first = decodeJsonArray<NutritionMenu>(R"([{"_id":"m\"1\\","KcalMedia":0.1,
+      "Days":[{"DayNum":1,"Intakes":[{"IntakeName":"Desayuno \u00e9 \ud83d\ude00 \u0001",
+      "Dishes":[{"DishId":9007199254740993,"Recipe":"Paso 1:\n\tcorta.","BinaryUrl":[],
+      "Kcal":-0,"Unknown":[{"x":null}]}]}],"KcalDay":1790}]}])");
+  ASSERT_TRUE(first.ok()) << first.error().message;
+  const auto second = decodeJsonArray<NutritionMenu>(encoded(*first));
+  ASSERT_TRUE(second.ok()) << second.error().message;
+  EXPECT_EQ(*second, *first);
+  EXPECT_EQ(second->at(0).days->at(0).intakes->at(0).name,
+            "Desayuno \xC3\xA9 \xF0\x9F\x98\x80 \x01");
+
+  const auto user = decodeJson<NutritionUser>(
+      R"({"DateOfBirth":"1985-04-12T02:30:00+02:30","DailyKcal":1834.123456789012})");
+  ASSERT_TRUE(user.ok()) << user.error().message;
+  const std::string text = encoded(*user);
+  EXPECT_EQ(text, R"({"DateOfBirth":"1985-04-12T00:00:00Z","DailyKcal":1834.123456789012})");
+  EXPECT_EQ(decodeJson<NutritionUser>(text).value(), *user);
+}
+
+TEST(RecordEncoding, ValuesWithoutAJsonFormCannotBeSent) {
   NutritionUser user = NutritionUser::empty();
   user.dailyKcal = std::nan("");
   const auto text = encodeJson(user);
   ASSERT_FALSE(text.ok());
   EXPECT_EQ(text.error().code, ErrorCode::encoding);
+
+  // Every date that is written must read back: years outside 0001-9999 are refused.
+  for (const Date date :
+       {Date{} - std::chrono::days{800000}, Date{} + std::chrono::days{3000000}}) {
+    NutritionUser dated = NutritionUser::empty();
+    dated.dateOfBirth = date;
+    const auto refused = encodeJson(dated);
+    ASSERT_FALSE(refused.ok());
+    EXPECT_EQ(refused.error().code, ErrorCode::encoding);
+  }
 }
 
 }  // namespace
