@@ -39,16 +39,16 @@ class ImageCache {
   explicit ImageCache(std::string documentsDirectory)
       : documentsDirectory_(std::move(documentsDirectory)) {}
 
-  std::string folderURL(Folder folder) const;
+  [[nodiscard]] std::string folderURL(Folder folder) const;
   // Creates the folder (and its parents) unless something exists there; logs a failure.
   void createFolder(Folder folder) const;
-  bool exists(std::string_view url, Folder folder) const;
+  [[nodiscard]] bool exists(std::string_view url, Folder folder) const;
   // Stores the image under its URL's file name; an image that is not whole, or cannot be
   // written, is dropped.
   void write(const Image& image, std::string_view url, Folder folder) const;
   // The cached image; nothing when there is none or the file does not hold a whole image, in
   // which case the file is removed so that the image is fetched again.
-  std::optional<Image> read(std::string_view url, Folder folder) const;
+  [[nodiscard]] std::optional<Image> read(std::string_view url, Folder folder) const;
 
   // The cache file name for `url`, or nothing when the URL names no file.
   static std::optional<std::string> fileName(std::string_view url);

@@ -116,7 +116,7 @@ class Cursor {
   // Nothing but white space may follow the root value.
   bool finish();
 
-  bool ok() const { return failure_ == Failure::none; }
+  [[nodiscard]] bool ok() const { return failure_ == Failure::none; }
 
   // Failures found by the caller: the value has the wrong type, or its content is not one the
   // caller accepts; `detail` says which.
@@ -127,7 +127,7 @@ class Cursor {
   void prependIndex(std::size_t index);
 
   // "wrong type at [0].Days[1].Kcal (expected an integer) at byte 57".
-  Error error() const;
+  [[nodiscard]] Error error() const;
 
  private:
   enum class Failure : std::uint8_t { none, syntax, type, range, depth, value };

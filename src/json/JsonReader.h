@@ -258,8 +258,11 @@ Result<T> decodeDocument(std::string_view text) {
 }  // namespace nutrition::json
 
 // Instantiates decodeDocument for a type and for a list of it; used at namespace scope by the
-// sources that own the decoding of a family of records.
+// sources that own the decoding of a family of records. (A type in a template argument cannot
+// be parenthesised.)
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define NUTRITION_JSON_DECODABLE(Type)                                                        \
   template ::nutrition::Result<Type> nutrition::json::decodeDocument<Type>(std::string_view); \
   template ::nutrition::Result<std::vector<Type>>                                             \
       nutrition::json::decodeDocument<std::vector<Type>>(std::string_view);
+// NOLINTEND(bugprone-macro-parentheses)

@@ -173,8 +173,7 @@ void JsonWriter::writeEscaped(std::string_view value) {
     if (byte >= 0x80) {
       const std::size_t length = utf8SequenceLength(std::string_view(p, std::size_t(end - p)), 0);
       if (length == 0) {
-        std::memcpy(at, kReplacementCharacter, 3);
-        at += 3;
+        at = std::copy_n(kReplacementCharacter, 3, at);
         ++p;
       } else {
         std::memcpy(at, p, length);

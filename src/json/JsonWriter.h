@@ -41,10 +41,10 @@ class JsonWriter {
   // ISO 8601 in UTC ("1985-04-12T00:00:00Z").
   void date(Date value);
 
-  bool failed() const { return !failure_.empty(); }
+  [[nodiscard]] bool failed() const { return !failure_.empty(); }
   // What could not be written, when failed().
-  std::string_view failure() const { return failure_; }
-  std::string_view text() const { return std::string_view(out_.data(), size_); }
+  [[nodiscard]] std::string_view failure() const { return failure_; }
+  [[nodiscard]] std::string_view text() const { return std::string_view(out_.data(), size_); }
   std::string take();
 
  private:
