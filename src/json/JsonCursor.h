@@ -53,9 +53,15 @@ class Cursor {
   bool skipNull() { return next() == 'n' && scanLiteral("null"); }
 
   bool readString(std::string& out) {
-    // Most strings hold no escape and no multi-byte character: one scan and one copy.
+    // Most strings hold no escape: one scan, stepping over well-formed multi-byte characters,
+    // and one copy. Anything else, failures included, takes the slow path from the start.
     if (next() == '"') {
       const char* stop = findSpecialByte(p_ + 1, end_);
+      while (stop != end_ && static_cast<unsigned char>(*stop) >= 0x80) {
+        const std::size_t length = multiByteLength(stop);
+        if (length == 0) break;
+        stop = findSpecialByte(stop + length, end_);
+      }
       if (stop != end_ && *stop == '"') {
         out.assign(p_ + 1, stop);
         p_ = stop + 1;
@@ -154,6 +160,16 @@ class Cursor {
            (*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t')) {
       ++p_;
     }
+  }
+  // The length of the well-formed multi-byte sequence at `p` (a byte from 0x80), or 0. Two-byte
+  // sequences, the accented letters of most texts, are checked here.
+  std::size_t multiByteLength(const char* p) const {
+    const auto lead = static_cast<unsigned char>(p[0]);
+    if (lead >= 0xC2 && lead <= 0xDF && end_ - p >= 2 &&
+        (static_cast<unsigned char>(p[1]) & 0xC0) == 0x80) {
+      return 2;
+    }
+    return utf8SequenceLength(std::string_view(p, std::size_t(end_ - p)), 0);
   }
   static bool sameBytes(const char* a, const char* b, std::size_t length) {
     for (; length >= 8; a += 8, b += 8, length -= 8) {
