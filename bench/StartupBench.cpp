@@ -72,15 +72,15 @@ std::pair<int, int> loginAndUserPorts(const sandbox::SandboxServer& server) {
 
 void Startup(benchmark::State& state) {
   auto& server = sandboxServer().server();
-  auto& sdk = NutritionSDK::sharedInstance();
   double total = 0, worst = 0;
   int shared = 0, runs = 0;
   for (auto _ : state) {
     // A fresh platform each time: a new HTTP client with no connection open yet, as at launch.
-    sdk.logout();
+    // Installing it discards the module's state, so the facade is reached afresh.
     auto platform = makeLinuxPlatform({.dataDirectory = dataDirectory()});
     auto queue = std::dynamic_pointer_cast<ManualMainQueue>(platform->mainQueue);
     Platform::install(platform);
+    auto& sdk = NutritionSDK::sharedInstance();
     sdk.setURL(server.baseURL());
     server.clearRequests();
 

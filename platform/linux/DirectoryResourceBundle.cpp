@@ -9,7 +9,10 @@ namespace nutrition {
 std::optional<std::filesystem::path> DirectoryResourceBundle::pathOf(
     std::string_view name, std::string_view extension) const {
   std::string file(name);
-  if (!extension.empty()) file += "." + std::string(extension);
+  if (!extension.empty()) {
+    file += '.';
+    file += extension;
+  }
   if (!isBundleRelativeName(file)) return std::nullopt;
   return root_ / file;
 }

@@ -3,7 +3,8 @@
 // every service of the module, each given its collaborators through its constructor. The
 // contract's singletons (`NutritionSDK::sharedInstance()`, `AyunoUtils::shared()`, ...) are
 // one-line accessors into `Core::current()`; installing another Platform discards the Core
-// and the next access builds a new one from the new platform.
+// and the next access builds a new one from the new platform. A reference an accessor gave
+// does not outlive the install that follows it.
 //
 // Creation order, in the constructor: the string tables and the device language, the
 // configuration record, the login and REST clients, the session, the fasting clock and the

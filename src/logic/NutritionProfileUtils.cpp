@@ -9,21 +9,17 @@ namespace nutrition {
 namespace {
 
 // A base-10 integer with an optional sign and nothing else, within range.
-std::optional<std::int64_t> parseInteger(const std::string& text) {
-  std::string_view digits = text;
-  bool negative = false;
-  if (!digits.empty() && (digits.front() == '+' || digits.front() == '-')) {
-    negative = digits.front() == '-';
-    digits.remove_prefix(1);
-  }
+std::optional<std::int64_t> parseInteger(std::string_view text) {
+  // One optional sign, then digits only; from_chars takes a minus sign but no plus sign.
+  const bool negative = text.starts_with('-');
+  const std::string_view digits = negative || text.starts_with('+') ? text.substr(1) : text;
   if (digits.empty() ||
       !std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
     return std::nullopt;
   }
+  const std::string_view number = negative ? text : digits;
   std::int64_t value = 0;
-  const std::string signedDigits = (negative ? "-" : "") + std::string(digits);
-  const auto result =
-      std::from_chars(signedDigits.data(), signedDigits.data() + signedDigits.size(), value);
+  const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
   if (result.ec != std::errc{}) return std::nullopt;
   return value;
 }
