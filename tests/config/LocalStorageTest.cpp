@@ -123,7 +123,7 @@ TEST(LocalStorage, SupplementAdviceOnlyForTheFirstFourPhases) {
   EXPECT_FALSE(advice(1, 1).has_value());
 }
 
-TEST(Facade, ProfileReadsAndSettersWriteTheConfiguration) {
+TEST(Facade, ProfileReadsFollowTheMemberAndTheDevicesZone) {
   test::TestPlatform platform(
       {.calendar = std::make_shared<FixedOffsetCalendar>(std::chrono::hours(-5), "UTC-5")});
   Core core(platform.shared());
@@ -146,25 +146,11 @@ TEST(Facade, ProfileReadsAndSettersWriteTheConfiguration) {
   EXPECT_EQ(sdk.getUserWeight(), 60);
   EXPECT_EQ(sdk.getUserGender(), NutritionGender::female);
 
+  // A setter turns the host's hex text into a colour on the spot, bad text into black.
   sdk.setMainColor("00FF00");
   sdk.setNavigationBarColor("zzz");
-  sdk.setNavigationTitle("Menú");
-  sdk.preferLargeTitlte(true);
-  sdk.setDietType(DietType::diabetes);
-  sdk.setShortProfile(true);
-  sdk.setWaitingSecodsForScreen(9);
-  sdk.setIntermittentFastingEnable(false);
-  sdk.setShowExcludedAliments(false);
-  const auto& config = core.config();
-  EXPECT_EQ(config.primaryColor, (Color{0, 255, 0, 255}));
-  EXPECT_EQ(config.navigationBarColor, (Color{0, 0, 0, 255}));
-  EXPECT_EQ(config.navigationTitle, "Menú");
-  EXPECT_TRUE(config.prefersLargeTitles);
-  EXPECT_EQ(config.selectedDiet, DietType::diabetes);
-  EXPECT_TRUE(config.isShort);
-  EXPECT_EQ(config.waitingSeconds, 9);
-  EXPECT_FALSE(config.intermittentFastingEnable);
-  EXPECT_FALSE(sdk.showExcludedAliments());
+  EXPECT_EQ(core.config().primaryColor, (Color{0, 255, 0, 255}));
+  EXPECT_EQ(core.config().navigationBarColor, (Color{0, 0, 0, 255}));
 }
 
 }  // namespace

@@ -170,16 +170,6 @@ TEST(Energy, DistributionMatchesTheExactIntakeList) {
   EXPECT_EQ(missingIntake.distributionByIntakeID, 2);
 }
 
-TEST(Energy, DistributionLeavesLunchAndDinnerToTheQuestionnaire) {
-  NutritionDistribution distribution;
-  EXPECT_TRUE(distribution.getSelectedIntakeForDistribution().empty());
-  distribution.ipDistribution = {{IPDistribution{1}, IPDistribution{3}, IPDistribution{4},
-                                  IPDistribution{5}, IPDistribution{}}};
-  const std::vector<std::int64_t> one{1};
-  EXPECT_EQ(distribution.getSelectedIntakeForDistribution(),
-            (std::vector<SelectedIntake>{{1, one}, {4, one}, {std::nullopt, one}}));
-}
-
 TEST(Energy, BariatricPhaseByWholeDaysSinceTheOperation) {
   const FixedOffsetCalendar calendar;
   const Date now = utc(2026, 11, 21, 12);
@@ -206,36 +196,20 @@ TEST(Energy, BariatricPhaseByWholeDaysSinceTheOperation) {
 TEST(Energy, UserFromResponseKeepsDefaultsOnlyWhereTheResponseHasNoField) {
   NutritionUserResponse response;
   response.id = "doc";
-  response.userID = "m1_acme";
-  response.clientAlias = "acme";
   response.countryIDS = {{1}};
   response.preferenceIDS = {{2}};
-  response.excludedAlimentIDS = {{3}};
   response.weight = 70;
   const NutritionUser user(response);
-  EXPECT_EQ(user.userID, "m1_acme");
   EXPECT_EQ(user.countries, std::vector<std::int64_t>{1});
   EXPECT_EQ(user.preferences, std::vector<std::int64_t>{2});
-  EXPECT_EQ(user.excludedAliments, std::vector<std::int64_t>{3});
   EXPECT_EQ(user.weight, 70);
+  // The response has no algorithm or regenerate flag: the defaults stay. What it has absent
+  // replaces a default.
   EXPECT_EQ(user.algorithm, 2);
   EXPECT_EQ(user.regenerateMenu, true);
-  // Absent in the response replaces the defaults.
   EXPECT_FALSE(user.difficulty.has_value());
-  EXPECT_FALSE(user.trainingID.has_value());
   EXPECT_FALSE(user.dietID.has_value());
   EXPECT_FALSE(user.selectedIntakes.has_value());
-  EXPECT_FALSE(user.userName.has_value());
-
-  const NutritionUser fresh;
-  EXPECT_EQ(fresh.algorithm, 2);
-  EXPECT_EQ(fresh.difficulty, 2);
-  EXPECT_EQ(fresh.trainingID, 1);
-  EXPECT_EQ(fresh.dietID, 1);
-  EXPECT_EQ(fresh.preferences, std::vector<std::int64_t>{});
-  EXPECT_EQ(fresh.selectedIntakes, std::vector<SelectedIntake>{});
-  EXPECT_EQ(fresh.regenerateMenu, true);
-  EXPECT_FALSE(fresh.userID.has_value());
 }
 
 }  // namespace

@@ -82,29 +82,6 @@ TEST(RecordDecoding, WrongTypesFailTheWholeBody) {
   expectArrayFails<NutritionCredentialsIA>(R"({"ClientId": 1})");  // an object, not an array
 }
 
-TEST(RecordDecoding, FailureMessageNamesWhereItStopped) {
-  const auto menus = decodeJsonArray<NutritionMenu>(
-      R"([{"Days": [{"DayNum": 1}, {"Intakes": [{"Dishes": [{"Kcal": 1.5}]}]}]}])");
-  ASSERT_FALSE(menus.ok());
-  EXPECT_NE(menus.error().message.find("[0].Days[1].Intakes[0].Dishes[0].Kcal"), std::string::npos)
-      << menus.error().message;
-}
-
-TEST(RecordDecoding, MalformedDocumentsFail) {
-  for (const char* body : {"", "[", R"([{"_id": "a"})", R"([{"_id": "a"}] [])", "nope", "null",
-                           R"([{"_id": "a",}])", R"([{"_id" "a"}])"}) {
-    SCOPED_TRACE(body);
-    EXPECT_FALSE(decodeJsonArray<NutritionUserResponse>(body).ok());
-  }
-}
-
-TEST(RecordDecoding, InvalidJsonInKeysNoRecordKnowsFailsTheBody) {
-  expectArrayFails<NutritionDish>(R"([{"DishId":1,"Extra":[1 true]}])");
-  expectArrayFails<NutritionMenu>(R"([{"Days":[{"DayNum":1,"Note":nul}]}])");
-  expectArrayFails<NutritionUserResponse>(R"([{"_id":"a","Later":{"x":01}}])");
-  expectArrayFails<NutritionUserResponse>(R"([{"_id":"a","Later":"\ud800"}])");
-}
-
 TEST(RecordDecoding, KeysAreMatchedAfterUnescaping) {
   const auto user = decodeJson<NutritionUserResponse>(R"({"\u0055serId": "m\u00e9\"1"})");
   ASSERT_TRUE(user.ok()) << user.error().message;
