@@ -104,5 +104,11 @@ int main(int argc, char** argv) {
       "Peak heap of a first decode on a new thread: %zu bytes = %.2f x the body (goal <= "
       "3), in %zu allocations\n",
       heap.peak, double(heap.peak) / double(menu.size()), heap.allocations);
+  if (const auto lookup = reporter.fastest.find("StringLookup_Ours");
+      lookup != reporter.fastest.end()) {
+    std::printf("Text lookup: %.0f ns (goal < 1000 ns)\n", lookup->second);
+    printRatio(reporter, "text lookup vs reading and parsing the table", "StringLookup_Ours",
+               "StringLookup_ReadAndParseEachTime", "what each lookup used to cost");
+  }
   return 0;
 }

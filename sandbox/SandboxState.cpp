@@ -5,9 +5,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 
+#include "base/File.h"
 #include "base/Log.h"
 #include "json/JsonEncode.h"
 #include "json/JsonReader.h"
@@ -63,11 +62,9 @@ std::vector<NutritionDish>& SandboxState::favoritesOf(const std::string& userId)
 
 SandboxState SandboxState::load(const std::filesystem::path& directory) {
   const auto file = directory / kFileName;
-  std::ifstream in(file, std::ios::binary);
-  if (!in) return {};
-  std::stringstream contents;
-  contents << in.rdbuf();
-  auto state = json::decodeDocument<SandboxState>(contents.str());
+  const auto contents = readFile(file);
+  if (!contents) return {};
+  auto state = json::decodeDocument<SandboxState>(*contents);
   if (state.ok()) return std::move(state).value();
   log(LogLevel::error, "sandbox state " + file.string() + " is unreadable (" +
                            state.error().message + "); starting empty");
