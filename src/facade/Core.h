@@ -31,6 +31,9 @@
 #include "platform/Platform.h"
 #include "session/NutritionAuth.h"
 #include "text/StringTables.h"
+#include "ui/UIContext.h"
+#include "views/NotificationCenter.h"
+#include "views/Window.h"
 
 namespace nutrition {
 
@@ -52,6 +55,11 @@ class Core {
   NutritionAuth& session() { return session_; }
   AyunoUtils& ayuno() { return ayuno_; }
   NutritionSDK& sdk() { return sdk_; }
+  // The key window the host shows the module's screens in (none until a platform shell or a
+  // test sets one), and what themed controls and screens read.
+  Application& application() { return application_; }
+  NotificationCenter& notifications() { return notifications_; }
+  const UIContext& ui() const { return ui_; }
   // Made on first use.
   NutritionUtils& utils();
   NutritionProfileUtils& profileUtils();
@@ -84,6 +92,10 @@ class Core {
   NutritionSDK sdk_;
   std::optional<NutritionUtils> utils_;
   std::optional<NutritionProfileUtils> profileUtils_;
+  NotificationCenter notifications_;
+  // After the services, so destroyed before them: the screens it holds refer to them.
+  Application application_;
+  UIContext ui_{config_, strings_, application_, notifications_, platform_->mainQueue};
 };
 
 }  // namespace nutrition

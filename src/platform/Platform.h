@@ -24,6 +24,9 @@
 
 namespace nutrition {
 
+// The screens' presentation mirror; its interface lives with the screen toolkit (views/).
+class Presenter;
+
 struct Platform {
   std::shared_ptr<const Clock> clock;
   std::shared_ptr<const Calendar> calendar;
@@ -34,6 +37,8 @@ struct Platform {
   std::shared_ptr<const ResourceBundle> resources;
   std::shared_ptr<NotificationScheduler> notifications;
   std::shared_ptr<FontRegistry> fonts;
+  // Shows what the core presents on the key window; none: screens exist only in the core.
+  std::shared_ptr<Presenter> presenter;
   // The user's documents folder; the image cache lives below it.
   std::string documentsDirectory;
 
