@@ -139,11 +139,18 @@ void ViewController::present(std::shared_ptr<ViewController> controller, bool an
   if (completion) completion();
 }
 
+ViewController* ViewController::presentingViewController() const {
+  for (const ViewController* up = this; up != nullptr; up = up->parent_) {
+    if (up->presenting_ != nullptr) return up->presenting_;
+  }
+  return nullptr;
+}
+
 void ViewController::dismiss(bool animated, std::function<void()> completion) {
   if (presented_) {
     dismissPresented(animated, std::move(completion));
-  } else if (presenting_ != nullptr) {
-    presenting_->dismissPresented(animated, std::move(completion));
+  } else if (ViewController* presenter = presentingViewController()) {
+    presenter->dismissPresented(animated, std::move(completion));
   }
 }
 

@@ -55,11 +55,13 @@ class ViewController : public std::enable_shared_from_this<ViewController> {
   // controller already presented elsewhere, is refused (logged; no completion).
   void present(std::shared_ptr<ViewController> controller, bool animated,
                std::function<void()> completion = nullptr);
-  // Dismisses what this controller presents or, when it presents nothing, this controller
-  // itself; `completion` runs once the dismissal is done.
+  // Dismisses what this controller presents or, when it presents nothing, the presented
+  // screen it belongs to (itself, or the container it is a child of); `completion` runs once
+  // the dismissal is done. Nothing happens, and no completion runs, when there is neither.
   void dismiss(bool animated, std::function<void()> completion = nullptr);
   [[nodiscard]] ViewController* presentedViewController() const { return presented_.get(); }
-  [[nodiscard]] ViewController* presentingViewController() const { return presenting_; }
+  // The screen that presented this one or the container this one is a child of.
+  [[nodiscard]] ViewController* presentingViewController() const;
   // Whether the last presentation of this controller was animated.
   [[nodiscard]] bool wasPresentedAnimated() const { return presentedAnimated_; }
   // Between viewDidAppear and viewWillDisappear.
