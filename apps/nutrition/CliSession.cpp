@@ -10,21 +10,32 @@
 #include "session/NutritionAuth.h"
 
 namespace nutrition::cli {
+
+// NUTRITIONKIT_NOW's clock: stands still at the instant it names, so a run prints the same
+// thing every time, until a command lets it run on in real time from there (`--watch`).
+class PinnedClock final : public Clock {
+ public:
+  explicit PinnedClock(Date now) : now_(now) {}
+  TimePoint now() const override {
+    if (!runningSince_) return now_;
+    return now_ + std::chrono::duration_cast<std::chrono::system_clock::duration>(
+                      std::chrono::steady_clock::now() - *runningSince_);
+  }
+  void run() {
+    if (!runningSince_) runningSince_ = std::chrono::steady_clock::now();
+  }
+
+ private:
+  Date now_;
+  std::optional<std::chrono::steady_clock::time_point> runningSince_;
+};
+
 namespace {
 
 using namespace std::chrono_literals;
 
-class PinnedClock final : public Clock {
- public:
-  explicit PinnedClock(Date now) : now_(now) {}
-  TimePoint now() const override { return now_; }
-
- private:
-  Date now_;
-};
-
 // The clock NUTRITIONKIT_NOW pins, if it names an instant.
-std::shared_ptr<const Clock> pinnedClock() {
+std::shared_ptr<PinnedClock> pinnedClock() {
   const char* text = std::getenv("NUTRITIONKIT_NOW");
   if (text == nullptr || *text == '\0') return nullptr;
   const auto now = parseIso8601(text);
@@ -97,7 +108,10 @@ bool CliSession::open() {
   base_ = *options_.baseURL;
 
   platform_ = makeLinuxPlatform(platformOptions);
-  if (auto clock = pinnedClock()) platform_->clock = std::move(clock);
+  if (auto clock = pinnedClock()) {
+    pinned_ = clock;
+    platform_->clock = std::move(clock);
+  }
   http_ = std::make_shared<RecordingHttpClient>(platform_->http);
   platform_->http = http_;
   queue_ = std::dynamic_pointer_cast<ManualMainQueue>(platform_->mainQueue);
@@ -161,6 +175,10 @@ std::optional<NutritionMenu> CliSession::builtMenu(bool verbose) {
       std::printf("The backend is still building the menu; asking again in a second...\n");
     runUntil([] { return false; }, 1s);
   }
+}
+
+void CliSession::letClockRun() {
+  if (pinned_) pinned_->run();
 }
 
 bool CliSession::runUntil(const std::function<bool()>& done, std::chrono::seconds timeout) {

@@ -34,6 +34,8 @@ extern const char* const kMemberOptionsUsage;
 // Reads the member options; prints the problem and returns nothing when they are wrong.
 std::optional<CliOptions> parseCliOptions(const std::vector<std::string>& arguments);
 
+class PinnedClock;
+
 class CliSession {
  public:
   // `keepSandboxState`: the embedded sandbox saves its members under the data directory, so
@@ -52,6 +54,8 @@ class CliSession {
   // printed) on failure.
   std::optional<NutritionMenu> builtMenu(bool verbose);
 
+  // A clock pinned by NUTRITIONKIT_NOW runs on in real time from now on.
+  void letClockRun();
   // Runs the main queue until `done` holds; false on timeout or a request without answer.
   bool runUntil(const std::function<bool()>& done, std::chrono::seconds timeout);
   // Prints why the command failed and returns the exit code.
@@ -72,6 +76,7 @@ class CliSession {
   std::shared_ptr<Platform> platform_;
   std::shared_ptr<RecordingHttpClient> http_;
   std::shared_ptr<ManualMainQueue> queue_;
+  std::shared_ptr<PinnedClock> pinned_;
   std::unique_ptr<StringTables> strings_;
 };
 

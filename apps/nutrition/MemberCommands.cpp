@@ -17,11 +17,9 @@
 #include "session/NutritionAuth.h"
 
 namespace nutrition::cli {
-namespace {
 
 using namespace std::chrono_literals;
 
-// Opens a session for the member, creating its profile when the backend does not know it.
 std::unique_ptr<CliSession> openMember(const std::vector<std::string>& arguments,
                                        const char* usage) {
   auto options = parseCliOptions(arguments);
@@ -33,6 +31,8 @@ std::unique_ptr<CliSession> openMember(const std::vector<std::string>& arguments
   if (!cli->open() || !cli->ensureProfile()) return nullptr;
   return cli;
 }
+
+namespace {
 
 int showMenu(const std::vector<std::string>& arguments, bool wholeWeek) {
   auto cli = openMember(arguments, wholeWeek ? "week" : "today");
@@ -90,7 +90,8 @@ void printFastingStatus(const Platform& platform, const StringTables& strings) {
   }
 }
 
-// Gives the member a fasting scheme on the backend when it has none.
+}  // namespace
+
 bool ensureScheme(CliSession& cli, std::int64_t wanted) {
   auto& user = NutritionAuth::sharedInstance().currentUser;
   if (user->intermittentFastingID && *user->intermittentFastingID != 0) return true;
@@ -105,6 +106,8 @@ bool ensureScheme(CliSession& cli, std::int64_t wanted) {
   }
   return NutritionAuth::sharedInstance().currentUser->intermittentFastingID == wanted;
 }
+
+namespace {
 
 void printAnswers(const std::vector<QuestionaryAnswer>& answers, const StringTables* strings) {
   for (const auto& answer : answers) {
@@ -125,12 +128,12 @@ int runWeek(const std::vector<std::string>& arguments) {
 }
 
 int runFasting(const std::vector<std::string>& arguments) {
-  const char* usage = "fasting start [--scheme 1|2|3] | status | end";
-  if (arguments.empty()) {
-    std::fprintf(stderr, "usage: nutrition %s %s\n", usage, kMemberOptionsUsage);
-    return 2;
-  }
+  const char* usage = "fasting [--watch N] | phase | start [--scheme 1|2|3] | status | end";
+  if (arguments.empty() || arguments[0].starts_with("--")) return runFastingScreen(arguments);
   const std::string action = arguments[0];
+  if (action == "phase") {
+    return runFastingPhase(std::vector<std::string>(arguments.begin() + 1, arguments.end()));
+  }
   std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
   std::int64_t scheme = 3;
   if (action == "start" && rest.size() >= 2 && rest[0] == "--scheme") {

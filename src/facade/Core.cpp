@@ -105,5 +105,8 @@ NutritionProfileUtils& NutritionProfileUtils::sharedInstance() {
 AyunoUtils& AyunoUtils::shared() {
   return Core::current().ayuno();
 }
+NutritionControllers& NutritionControllers::sharedInstance() {
+  return Core::current().router();
+}
 
 }  // namespace nutrition

@@ -29,6 +29,8 @@
 #include "logic/NutritionProfileUtils.h"
 #include "logic/NutritionUtils.h"
 #include "platform/Platform.h"
+#include "router/NutritionControllers.h"
+#include "screens/ScreenContext.h"
 #include "session/NutritionAuth.h"
 #include "text/StringTables.h"
 #include "ui/UIContext.h"
@@ -60,6 +62,8 @@ class Core {
   Application& application() { return application_; }
   NotificationCenter& notifications() { return notifications_; }
   const UIContext& ui() const { return ui_; }
+  const ScreenContext& screens() const { return screens_; }
+  NutritionControllers& router() { return router_; }
   // Made on first use.
   NutritionUtils& utils();
   NutritionProfileUtils& profileUtils();
@@ -96,6 +100,8 @@ class Core {
   // After the services, so destroyed before them: the screens it holds refer to them.
   Application application_;
   UIContext ui_{config_, strings_, application_, notifications_, platform_->mainQueue};
+  ScreenContext screens_{ui_, ayuno_, links_};
+  NutritionControllers router_{screens_};
 };
 
 }  // namespace nutrition

@@ -1,6 +1,7 @@
 #include "facade/NutritionSDK.h"
 
 #include "facade/Core.h"
+#include "screens/fasting/PhaseAlertViewController.h"
 
 namespace nutrition {
 
@@ -149,6 +150,23 @@ NutritionDay NutritionSDK::getTodayMenu() const {
 void NutritionSDK::getNumberOfIntakes(const std::function<void(std::int64_t)>& completion) const {
   constexpr std::int64_t kDailyIntakes = 5;
   completion(kDailyIntakes);
+}
+
+void NutritionSDK::getAyunoController(ScreenCompletion completion) {
+  if (!hasIntermittentFasting()) {
+    if (completion) completion(nullptr);
+    return;
+  }
+  postIfAlive(core_.platform().mainQueue, lifetime_.watch(),
+              [this, completion = std::move(completion)]() mutable {
+                core_.router().getAyunoViewController(std::move(completion));
+              });
+}
+
+void NutritionSDK::getAyunoPhaseInfo(const ScreenCompletion& completion) {
+  auto screen = std::make_shared<PhaseAlertViewController>(core_.ui());
+  screen->phase = core_.ayuno().getCurrentPhase();
+  if (completion) completion(screen);
 }
 
 }  // namespace nutrition

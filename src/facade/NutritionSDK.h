@@ -10,10 +10,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "base/Date.h"
+#include "base/Lifetime.h"
 #include "model/NutritionDay.h"
 #include "model/NutritionEnums.h"
 #include "model/PublicProfile.h"
@@ -21,6 +23,7 @@
 namespace nutrition {
 
 class Core;
+class ViewController;
 
 class NutritionSDK {
  public:
@@ -86,12 +89,21 @@ class NutritionSDK {
   // Always 5, at once.
   void getNumberOfIntakes(const std::function<void(std::int64_t)>& completion) const;
 
+  // Screens, handed over rather than presented.
+  using ScreenCompletion = std::function<void(std::shared_ptr<ViewController>)>;
+  // The fasting screen, on the main queue, when the member has a scheme; otherwise nothing,
+  // at once.
+  void getAyunoController(ScreenCompletion completion);
+  // The pop-up of the current fasting phase, at once.
+  void getAyunoPhaseInfo(const ScreenCompletion& completion);
+
   // The last credentials start() or startSession() received.
   std::optional<std::string> app_id;
   std::optional<std::string> password;
 
  private:
   Core& core_;
+  Lifetime lifetime_;
 };
 
 }  // namespace nutrition

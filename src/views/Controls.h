@@ -1,6 +1,10 @@
 #pragma once
 // The small status controls: a progress bar, a page control and an activity indicator.
 
+#include <string>
+#include <vector>
+
+#include "views/Control.h"
 #include "views/View.h"
 #include "views/ViewVisitor.h"
 
@@ -58,6 +62,23 @@ class ActivityIndicator : public View {
 
  private:
   bool animating_ = false;
+};
+
+// A row of segments, one selected; a member's pick sends value-changed.
+class SegmentedControl : public Control {
+ public:
+  [[nodiscard]] std::string_view kind() const override { return "SegmentedControl"; }
+
+  std::vector<std::string> segments;
+  int selectedSegmentIndex = -1;
+  std::optional<Color> selectedSegmentTintColor;
+
+  bool pick(int index) {
+    if (index < 0 || static_cast<std::size_t>(index) >= segments.size()) return false;
+    selectedSegmentIndex = index;
+    sendActions(ControlEvent::valueChanged);
+    return true;
+  }
 };
 
 }  // namespace nutrition

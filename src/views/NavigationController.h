@@ -31,7 +31,7 @@ class NavigationController : public ViewController {
 
   NavigationBar navigationBar;
 
-  void pushViewController(std::shared_ptr<ViewController> controller, bool animated);
+  virtual void pushViewController(std::shared_ptr<ViewController> controller, bool animated);
   // Removes the top screen and returns it; nothing at the root.
   std::shared_ptr<ViewController> popViewController(bool animated);
   [[nodiscard]] const std::vector<std::shared_ptr<ViewController>>& viewControllers() const {

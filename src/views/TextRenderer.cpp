@@ -222,6 +222,11 @@ void renderController(ViewController& controller, int depth, std::string& out) {
       }
       if (item.leftBarButtonItem) out += " left=" + quoted(item.leftBarButtonItem->title);
       if (item.rightBarButtonItem) out += " right=" + quoted(item.rightBarButtonItem->title);
+      const auto& stack = navigation->viewControllers();
+      if (stack.size() > 1 && !item.hidesBackButton) {
+        const auto& below = stack[stack.size() - 2]->navigationItem.backBarButtonItem;
+        out += " back=" + quoted(below ? below->title : "<");
+      }
     }
     out += "\n";
   }

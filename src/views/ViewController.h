@@ -28,6 +28,8 @@ struct NavigationItem {
   std::string title;
   std::optional<BarButtonItem> leftBarButtonItem;
   std::optional<BarButtonItem> rightBarButtonItem;
+  // What the screen pushed next shows to come back here; a plain back arrow when absent.
+  std::optional<BarButtonItem> backBarButtonItem;
   bool hidesBackButton = false;
 };
 

@@ -7,6 +7,7 @@
 
 #include "base/File.h"
 #include "platform/linux/DirectoryResourceBundle.h"
+#include "screens/fasting/PhaseAlertViewController.h"
 #include "support/TestLog.h"
 #include "support/TestPlatform.h"
 #include "ui/FontRegistration.h"
@@ -71,6 +72,38 @@ TEST_F(CoreTest, FacadeFastingReadsFollowTheMemberAndTheStoredStart) {
   EXPECT_EQ(core_.sdk().getIntermittentFastingPhase(), core_.ayuno().phases.at(1).name);
   fasting->set("ayuno_timer", platform_.nowSeconds() - (50400 + 86400));  // 14 h + a day
   EXPECT_FALSE(core_.sdk().isDoingIntermittentFasting());
+}
+
+TEST_F(CoreTest, FastingScreensComeOnlyForAMemberWithAScheme) {
+  std::vector<std::shared_ptr<ViewController>> given;
+  int calls = 0;
+  auto take = [&](std::shared_ptr<ViewController> screen) {
+    ++calls;
+    given.push_back(std::move(screen));
+  };
+  core_.sdk().getAyunoController(take);  // no member: absent, at once
+  startAs("m1", R"([{"UserId": "m1_acme", "IntermittentFastingId": 0}])");
+  core_.sdk().getAyunoController(take);  // scheme 0: absent, at once
+  ASSERT_EQ(calls, 2);
+  EXPECT_EQ(given[0], nullptr);
+  EXPECT_EQ(given[1], nullptr);
+
+  core_.session().currentUser->intermittentFastingID = 1;
+  core_.sdk().getAyunoController(take);
+  EXPECT_EQ(calls, 2);  // later, on the main queue
+  platform_.queue().runUntilIdle();
+  ASSERT_EQ(calls, 3);
+  ASSERT_NE(given[2], nullptr);
+  EXPECT_EQ(given[2]->kind(), "AyunoViewController");
+
+  platform_.stores()
+      .suite("NutritionPreferences")
+      ->set("ayuno_timer", platform_.nowSeconds() - 12 * 3600);
+  core_.sdk().getAyunoPhaseInfo(take);
+  ASSERT_EQ(calls, 4);  // at once
+  auto* popUp = dynamic_cast<PhaseAlertViewController*>(given[3].get());
+  ASSERT_NE(popUp, nullptr);
+  EXPECT_EQ(popUp->phase->name, core_.ayuno().phases.at(3).name);
 }
 
 TEST_F(CoreTest, NumberOfIntakesIsFiveAtOnce) {
