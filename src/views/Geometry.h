@@ -21,9 +21,11 @@ struct Rect {
   Size size;
   bool operator==(const Rect&) const = default;
 
-  double width() const { return size.width; }
-  double height() const { return size.height; }
-  Point center() const { return {origin.x + size.width / 2, origin.y + size.height / 2}; }
+  [[nodiscard]] double width() const { return size.width; }
+  [[nodiscard]] double height() const { return size.height; }
+  [[nodiscard]] Point center() const {
+    return {origin.x + size.width / 2, origin.y + size.height / 2};
+  }
 };
 
 struct EdgeInsets {

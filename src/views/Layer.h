@@ -48,11 +48,11 @@ class Layer {
 
   void addSublayer(std::shared_ptr<Layer> layer) { sublayers_.push_back(std::move(layer)); }
   void removeAllSublayers() { sublayers_.clear(); }
-  const std::vector<std::shared_ptr<Layer>>& sublayers() const { return sublayers_; }
+  [[nodiscard]] const std::vector<std::shared_ptr<Layer>>& sublayers() const { return sublayers_; }
 
   // Applies the animation's end value to `keyPath` at once, records it and tells `delegate`.
   void add(const BasicAnimation& animation, AnimationDelegate* delegate = nullptr);
-  const std::vector<BasicAnimation>& animations() const { return animations_; }
+  [[nodiscard]] const std::vector<BasicAnimation>& animations() const { return animations_; }
 
  protected:
   virtual void apply(const std::string& keyPath, double value);

@@ -9,7 +9,7 @@ void PageViewController::loadView() {
 
 void PageViewController::setViewController(std::shared_ptr<ViewController> page,
                                            Direction direction, bool animated,
-                                           std::function<void()> completion) {
+                                           const std::function<void()>& completion) {
   if (!page) return;
   auto keep = shared_from_this();
   const bool shown = isVisible();

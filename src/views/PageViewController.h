@@ -35,7 +35,7 @@ class PageViewController : public ViewController {
   std::function<void(PageViewController&)> didFinishAnimating;
 
   void setViewController(std::shared_ptr<ViewController> page, Direction direction, bool animated,
-                         std::function<void()> completion = nullptr);
+                         const std::function<void()>& completion = nullptr);
   [[nodiscard]] ViewController* currentViewController() const {
     return children().empty() ? nullptr : children().front().get();
   }

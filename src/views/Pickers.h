@@ -48,9 +48,10 @@ class PickerView;
 // The picker's data source and delegate in one, as screens implement them.
 class PickerViewDataSource {
  public:
-  virtual int numberOfComponents(const PickerView&) const { return 1; }
-  virtual int numberOfRows(const PickerView& picker, int component) const = 0;
-  virtual std::string titleForRow(const PickerView& picker, int row, int component) const = 0;
+  [[nodiscard]] virtual int numberOfComponents(const PickerView&) const { return 1; }
+  [[nodiscard]] virtual int numberOfRows(const PickerView& picker, int component) const = 0;
+  [[nodiscard]] virtual std::string titleForRow(const PickerView& picker, int row,
+                                                int component) const = 0;
   virtual void didSelectRow(PickerView&, int /*row*/, int /*component*/) {}
 
  protected:

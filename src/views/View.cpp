@@ -36,12 +36,10 @@ void View::addSubview(std::shared_ptr<View> view) {
 
 void View::insertSubview(std::shared_ptr<View> view, std::size_t index) {
   if (!view || view.get() == this) return;
-  auto keep = view;  // removing it from its old superview may drop the last owner
-  view->removeFromSuperview();
+  view->removeFromSuperview();  // `view` keeps it alive meanwhile
   view->superview_ = this;
-  subviews_.insert(
-      subviews_.begin() + static_cast<std::ptrdiff_t>(std::min(index, subviews_.size())),
-      std::move(keep));
+  const auto at = static_cast<std::ptrdiff_t>(std::min(index, subviews_.size()));
+  subviews_.insert(subviews_.begin() + at, std::move(view));
 }
 
 void View::removeFromSuperview() {

@@ -125,9 +125,9 @@ std::shared_ptr<T> makeView(Args&&... args) {
 
 // Builds a view, names it as an outlet and adds it to `parent`.
 template <class T, class... Args>
-std::shared_ptr<T> addOutlet(View& parent, std::string outletName, Args&&... args) {
+std::shared_ptr<T> addOutlet(View& parent, std::string_view outletName, Args&&... args) {
   auto view = makeView<T>(std::forward<Args>(args)...);
-  view->name = std::move(outletName);
+  view->name = std::string(outletName);
   parent.addSubview(view);
   return view;
 }

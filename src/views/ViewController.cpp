@@ -109,8 +109,8 @@ Window* ViewController::window() const {
   }
 }
 
-void ViewController::present(std::shared_ptr<ViewController> controller, bool animated,
-                             std::function<void()> completion) {
+void ViewController::present(const std::shared_ptr<ViewController>& controller, bool animated,
+                             const std::function<void()>& completion) {
   if (!controller || controller.get() == this) return;
   if (presented_) {
     log(LogLevel::warning, "A screen is already presented on " + std::string(kind()) + "; " +
@@ -146,15 +146,15 @@ ViewController* ViewController::presentingViewController() const {
   return nullptr;
 }
 
-void ViewController::dismiss(bool animated, std::function<void()> completion) {
+void ViewController::dismiss(bool animated, const std::function<void()>& completion) {
   if (presented_) {
-    dismissPresented(animated, std::move(completion));
+    dismissPresented(animated, completion);
   } else if (ViewController* presenter = presentingViewController()) {
-    presenter->dismissPresented(animated, std::move(completion));
+    presenter->dismissPresented(animated, completion);
   }
 }
 
-void ViewController::dismissPresented(bool animated, std::function<void()> completion) {
+void ViewController::dismissPresented(bool animated, const std::function<void()>& completion) {
   auto dismissed = presented_;
   if (!dismissed) return;
   auto keep = shared_from_this();

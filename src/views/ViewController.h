@@ -55,12 +55,12 @@ class ViewController : public std::enable_shared_from_this<ViewController> {
 
   // Presents `controller` on this one. A controller already presenting another, or a
   // controller already presented elsewhere, is refused (logged; no completion).
-  void present(std::shared_ptr<ViewController> controller, bool animated,
-               std::function<void()> completion = nullptr);
+  void present(const std::shared_ptr<ViewController>& controller, bool animated,
+               const std::function<void()>& completion = nullptr);
   // Dismisses what this controller presents or, when it presents nothing, the presented
   // screen it belongs to (itself, or the container it is a child of); `completion` runs once
   // the dismissal is done. Nothing happens, and no completion runs, when there is neither.
-  void dismiss(bool animated, std::function<void()> completion = nullptr);
+  void dismiss(bool animated, const std::function<void()>& completion = nullptr);
   [[nodiscard]] ViewController* presentedViewController() const { return presented_.get(); }
   // The screen that presented this one or the container this one is a child of.
   [[nodiscard]] ViewController* presentingViewController() const;
@@ -101,7 +101,7 @@ class ViewController : public std::enable_shared_from_this<ViewController> {
   friend class Window;
   friend class NavigationController;
   friend class PageViewController;
-  void dismissPresented(bool animated, std::function<void()> completion);
+  void dismissPresented(bool animated, const std::function<void()>& completion);
   // Keeps a dismissed controller alive until the main queue's next turn.
   void releaseLater(std::shared_ptr<ViewController> controller) const;
 
