@@ -71,7 +71,11 @@ class Core {
  private:
   // The narrow interfaces of the REST client and the fasting clock, forwarding to the services
   // below. Declared first: the services keep references to it.
-  class Links final : public CurrentUserSource, public MenuSelection, public MemberRefresh {
+  class Links final : public CurrentUserSource,
+                      public MenuSelection,
+                      public MemberRefresh,
+                      public ScreenServices,
+                      public ScreenRoutes {
    public:
     explicit Links(Core& core) : core_(core) {}
     [[nodiscard]] const NutritionUser* currentMember() const override;
@@ -79,6 +83,14 @@ class Core {
     [[nodiscard]] std::optional<std::int64_t> selectedMenuIntake() const override;
     void dropHeldMenu() override;
     void rereadMember(std::function<void(std::optional<NutritionUser>)> completion) override;
+    NutritionUtils& utils() override { return core_.utils(); }
+    NutritionProfileUtils& profileUtils() override { return core_.profileUtils(); }
+    NutritionAuth& session() override { return core_.session_; }
+    void showWeekMenu() override { core_.router_.showWeekMenu(); }
+    void showProfile() override { core_.router_.showProfile(); }
+    void getAyunoViewController(ScreenCompletion completion) override {
+      core_.router_.getAyunoViewController(std::move(completion));
+    }
 
    private:
     Core& core_;
@@ -100,7 +112,7 @@ class Core {
   // After the services, so destroyed before them: the screens it holds refer to them.
   Application application_;
   UIContext ui_{config_, strings_, application_, notifications_, platform_->mainQueue};
-  ScreenContext screens_{ui_, ayuno_, links_};
+  ScreenContext screens_{ui_, ayuno_, links_, links_, links_};
   NutritionControllers router_{screens_};
 };
 

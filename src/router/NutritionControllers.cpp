@@ -11,4 +11,8 @@ void NutritionControllers::getAyunoViewController(ScreenCompletion completion) {
   });
 }
 
+void NutritionControllers::showWeekMenu() {}
+
+void NutritionControllers::showProfile() {}
+
 }  // namespace nutrition

@@ -14,7 +14,7 @@ namespace nutrition {
 
 class NutritionControllers {
  public:
-  using ScreenCompletion = std::function<void(std::shared_ptr<ViewController>)>;
+  using ScreenCompletion = ScreenRoutes::ScreenCompletion;
 
   static NutritionControllers& sharedInstance();
 
@@ -22,6 +22,8 @@ class NutritionControllers {
 
   // A new fasting screen, made on the main queue's next turn and handed to `completion`.
   void getAyunoViewController(ScreenCompletion completion);
+  void showWeekMenu();
+  void showProfile();
 
  private:
   const ScreenContext& screens_;

@@ -14,6 +14,7 @@
 #include "support/FakeLinks.h"
 #include "support/RecordingPresenter.h"
 #include "support/TestPlatform.h"
+#include "support/UnusedScreenLinks.h"
 #include "text/StringTables.h"
 #include "views/Window.h"
 
@@ -58,7 +59,8 @@ class FastingScreenFixture : public ::testing::Test {
   NotificationCenter notifications_;
   Application application_;
   UIContext ui_{config_, strings_, application_, notifications_, platform_.bundle().mainQueue};
-  ScreenContext screens_{ui_, ayuno_, links_};
+  test::UnusedScreenLinks unused_;
+  ScreenContext screens_{ui_, ayuno_, links_, unused_, unused_};
   std::shared_ptr<RecordingPresenter> presenter_ = std::make_shared<RecordingPresenter>();
   std::shared_ptr<Window> window_ =
       std::make_shared<Window>(presenter_, platform_.bundle().mainQueue);
