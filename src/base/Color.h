@@ -20,6 +20,12 @@ struct Color {
   bool operator==(const Color&) const = default;
 
   static Color fromHex(std::string_view hex);
+
+  // The same colour at `opacity` (0 to 1, clamped), rounded to the nearest step.
+  [[nodiscard]] constexpr Color withAlpha(double opacity) const {
+    const double clamped = opacity < 0 ? 0 : (opacity > 1 ? 1 : opacity);
+    return {red, green, blue, static_cast<std::uint8_t>(clamped * 255 + 0.5)};
+  }
 };
 
 }  // namespace nutrition

@@ -112,6 +112,15 @@ Window* ViewController::window() const {
 void ViewController::present(const std::shared_ptr<ViewController>& controller, bool animated,
                              const std::function<void()>& completion) {
   if (!controller || controller.get() == this) return;
+  // A child (a navigation or page controller's screen) presents through its outermost
+  // container, which the presentation then covers.
+  if (parent_ != nullptr) {
+    ViewController* container = parent_;
+    while (container->parent_ != nullptr)
+      container = container->parent_;
+    container->present(controller, animated, completion);
+    return;
+  }
   if (presented_) {
     log(LogLevel::warning, "A screen is already presented on " + std::string(kind()) + "; " +
                                std::string(controller->kind()) + " is not shown");

@@ -22,7 +22,13 @@ namespace nutrition {
 class NavigationController;
 class Window;
 
-enum class ModalPresentationStyle { automatic, fullScreen, overFullScreen, pageSheet };
+enum class ModalPresentationStyle {
+  automatic,
+  fullScreen,
+  overFullScreen,
+  overCurrentContext,
+  pageSheet
+};
 
 struct NavigationItem {
   std::string title;
@@ -53,8 +59,9 @@ class ViewController : public std::enable_shared_from_this<ViewController> {
   NavigationItem navigationItem;
   ModalPresentationStyle modalPresentationStyle = ModalPresentationStyle::automatic;
 
-  // Presents `controller` on this one. A controller already presenting another, or a
-  // controller already presented elsewhere, is refused (logged; no completion).
+  // Presents `controller` on this one, or, for a child of a container, on the outermost
+  // container. A controller already presenting another, or a controller already presented
+  // elsewhere, is refused (logged; no completion).
   void present(const std::shared_ptr<ViewController>& controller, bool animated,
                const std::function<void()>& completion = nullptr);
   // Dismisses what this controller presents or, when it presents nothing, the presented

@@ -12,6 +12,9 @@ struct UnusedScreenLinks final : ScreenServices, ScreenRoutes {
   NutritionUtils& utils() override { throw std::logic_error("data holder reached"); }
   NutritionProfileUtils& profileUtils() override { throw std::logic_error("profile reached"); }
   NutritionAuth& session() override { throw std::logic_error("session reached"); }
+  [[nodiscard]] const Platform& platform() const override {
+    throw std::logic_error("platform reached");
+  }
   void showWeekMenu() override { throw std::logic_error("weekly menu asked for"); }
   void showProfile() override { throw std::logic_error("profile editor asked for"); }
   void getAyunoViewController(ScreenCompletion /*completion*/) override {
