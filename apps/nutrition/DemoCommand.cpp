@@ -3,9 +3,11 @@
 #include <cstdio>
 
 #include "CliSession.h"
+#include "MemberCommands.h"
 #include "MenuText.h"
 #include "facade/NutritionSDK.h"
 #include "session/NutritionAuth.h"
+#include "views/Window.h"
 
 namespace nutrition::cli {
 namespace {
@@ -73,6 +75,9 @@ int runDemo(const std::vector<std::string>& arguments) {
   }
   std::printf("\n");
   printToday();
+  std::printf("\nThe weekly menu home, as the member sees it:\n");
+  auto window = openKeyWindow(cli);
+  if (!printMenuHome(cli, *window)) return 1;
   std::printf("\n");
   printRequests(cli.http());
   return 0;

@@ -7,6 +7,10 @@
 #include <string>
 #include <vector>
 
+namespace nutrition {
+class Window;
+}
+
 namespace nutrition::cli {
 
 class CliSession;
@@ -27,5 +31,13 @@ int runFastingScreen(const std::vector<std::string>& arguments);
 // The pop-up of the current fasting phase.
 int runFastingPhase(const std::vector<std::string>& arguments);
 int runQuestionnaire(const std::vector<std::string>& arguments);
+// menu [--day N] | intake I | alternative I D | favorite I D: the weekly menu home and the
+// intake screens, driven as a member taps them.
+int runMenu(const std::vector<std::string>& arguments);
+
+// A key window whose root stands for the host's own screen; the module presents on it.
+std::shared_ptr<Window> openKeyWindow(const CliSession& cli);
+// Shows the weekly menu home on `window` once the member's menu is built, and prints it.
+bool printMenuHome(CliSession& cli, Window& window);
 
 }  // namespace nutrition::cli

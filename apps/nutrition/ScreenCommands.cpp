@@ -13,17 +13,17 @@
 #include "views/Window.h"
 
 namespace nutrition::cli {
-namespace {
 
-using namespace std::chrono_literals;
-
-// A key window whose root stands for the host's own screen; the module presents on it.
 std::shared_ptr<Window> openKeyWindow(const CliSession& cli) {
   auto window = std::make_shared<Window>(nullptr, cli.platform().mainQueue);
   window->setRootViewController(std::make_shared<ViewController>());
   Core::current().application().setKeyWindow(window);
   return window;
 }
+
+namespace {
+
+using namespace std::chrono_literals;
 
 // Takes --scheme and --watch off the front of `arguments`; false (message printed) when one is
 // wrong.

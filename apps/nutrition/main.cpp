@@ -29,6 +29,12 @@ void printHelp() {
       "                                 pending end-of-fast notification\n"
       "  fasting end                    end the fast\n"
       "  questionnaire                  the health questionnaire and the answers it offers\n"
+      "  menu [--day N]                 the weekly menu home; --day 2 to 7 taps a later day of\n"
+      "                                 its strip (1 = today)\n"
+      "  menu intake I                  intake I of the day (1 = the first card) with its\n"
+      "                                 recipe pages\n"
+      "  menu alternative I D           asks for an alternative to dish D of intake I\n"
+      "  menu favorite I D              adds dish D of intake I to the favourites, or removes it\n"
       "\n"
       "  sandbox [--port N] [--data-dir DIR]   run the sandbox nutrition backend on 127.0.0.1\n"
       "  help                                  show this text\n"
@@ -54,6 +60,7 @@ int main(int argc, char** argv) {
   if (arguments[0] == "week") return nutrition::cli::runWeek(rest);
   if (arguments[0] == "fasting") return nutrition::cli::runFasting(rest);
   if (arguments[0] == "questionnaire") return nutrition::cli::runQuestionnaire(rest);
+  if (arguments[0] == "menu") return nutrition::cli::runMenu(rest);
   std::fprintf(stderr, "nutrition: unknown command '%s'\n\n", arguments[0].c_str());
   printHelp();
   return 2;
