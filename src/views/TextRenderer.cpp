@@ -60,6 +60,11 @@ std::string image(const ImageRef& value) {
   return value.isTemplate ? out + " (template)" : out;
 }
 
+// A bar button: its title, or its image when it has no title.
+std::string barItem(const BarButtonItem& item) {
+  return item.title.empty() && item.image ? image(*item.image) : quoted(item.title);
+}
+
 std::string runs(const AttributedText& text) {
   std::string out = "[";
   for (const auto& run : text.runs) {
@@ -220,8 +225,8 @@ void renderController(ViewController& controller, int depth, std::string& out) {
       if (!item.title.empty() || !top->title.empty()) {
         out += " title=" + quoted(item.title.empty() ? top->title : item.title);
       }
-      if (item.leftBarButtonItem) out += " left=" + quoted(item.leftBarButtonItem->title);
-      if (item.rightBarButtonItem) out += " right=" + quoted(item.rightBarButtonItem->title);
+      if (item.leftBarButtonItem) out += " left=" + barItem(*item.leftBarButtonItem);
+      if (item.rightBarButtonItem) out += " right=" + barItem(*item.rightBarButtonItem);
       const auto& stack = navigation->viewControllers();
       if (stack.size() > 1 && !item.hidesBackButton) {
         const auto& below = stack[stack.size() - 2]->navigationItem.backBarButtonItem;
