@@ -67,6 +67,20 @@ std::optional<MenuRequest> takeMenuRequest(std::vector<std::string>& arguments) 
   return request;
 }
 
+// Lets every request sent so far be answered and what the answers bring be shown (the dish
+// photos), for up to five seconds.
+void settle(CliSession& cli) {
+  int turns = 0;
+  cli.runUntil(
+      [&] {
+        for (const auto& exchange : cli.http().exchanges()) {
+          if (!exchange.answered) return false;
+        }
+        return ++turns > 2;
+      },
+      5s);
+}
+
 // The home inside the navigation controller the router presented on the window's root.
 NutricionHomeViewController* shownHome(Window& window) {
   auto* navigation =
@@ -127,9 +141,11 @@ int openIntake(CliSession& cli, NutricionHomeViewController& home, const MenuReq
                     std::to_string(request.dish));
   }
   if (request.action == "intake") {
+    settle(cli);
     std::fputs(renderText(*screen).c_str(), stdout);
     for (std::size_t page = 1; page < pages; ++page) {
       screen->pageViewController->swipe(PageViewController::Direction::forward);
+      settle(cli);
       std::printf("--- page %zu of %zu\n", page + 1, pages);
       std::fputs(renderText(*screen->currentPage()).c_str(), stdout);
     }
@@ -166,6 +182,7 @@ bool printMenuHome(CliSession& cli, Window& window) {
     cli.fail("the weekly menu home did not open");
     return false;
   }
+  settle(cli);
   std::fputs(renderText(*homeNavigation(window)).c_str(), stdout);
   return true;
 }
@@ -187,6 +204,7 @@ int runMenu(const std::vector<std::string>& arguments) {
     cli->runUntil([] { return true; }, 1s);
   }
   if (request->action.empty()) {
+    settle(*cli);
     std::fputs(renderText(*homeNavigation(*window)).c_str(), stdout);
     return 0;
   }
