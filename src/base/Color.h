@@ -6,6 +6,7 @@
 // doubled, opaque). Anything else (empty, another length, a non-hex character) gives opaque
 // black, so a bad setting is visible on screen and never fails.
 
+#include <cmath>
 #include <cstdint>
 #include <string_view>
 
@@ -22,9 +23,9 @@ struct Color {
   static Color fromHex(std::string_view hex);
 
   // The same colour at `opacity` (0 to 1, clamped), rounded to the nearest step.
-  [[nodiscard]] constexpr Color withAlpha(double opacity) const {
+  [[nodiscard]] Color withAlpha(double opacity) const {
     const double clamped = opacity < 0 ? 0 : (opacity > 1 ? 1 : opacity);
-    return {red, green, blue, static_cast<std::uint8_t>(clamped * 255 + 0.5)};
+    return {red, green, blue, static_cast<std::uint8_t>(std::lround(clamped * 255))};
   }
 };
 

@@ -34,14 +34,14 @@ void NutritionControllers::showWeekMenu() {
     onMain([this] { showMenu(); });
     return;
   }
-  utils.downloadMenu([this, alive = lifetime_.watch()](std::optional<NutritionMenu> menu) {
+  utils.downloadMenu([this, alive = lifetime_.watch()](const std::optional<NutritionMenu>& menu) {
     if (alive.expired()) return;
     const bool ready = isReady(menu);
     onMain([this, ready] { ready ? showMenu() : showWaitScreens(false); });
   });
 }
 
-void NutritionControllers::getWeekMenu(ScreenCompletion completion) {
+void NutritionControllers::getWeekMenu(const ScreenCompletion& completion) {
   NutritionUtils& utils = screens_.utils();
   utils.isEmbedViewController = true;
   if (completion) completion(std::make_shared<NutricionHomeViewController>(screens_));
@@ -50,7 +50,7 @@ void NutritionControllers::getWeekMenu(ScreenCompletion completion) {
     return;
   }
   if (isReady(utils.weeklyMenu)) return;
-  utils.downloadMenu([this, alive = lifetime_.watch()](std::optional<NutritionMenu> menu) {
+  utils.downloadMenu([this, alive = lifetime_.watch()](const std::optional<NutritionMenu>& menu) {
     if (alive.expired() || isReady(menu)) return;
     onMain([this] { showWaitScreens(false); });
   });
@@ -93,7 +93,7 @@ void NutritionControllers::showWaitScreens(bool isFromMenu) {
 
 void NutritionControllers::showProfile() {}
 
-void NutritionControllers::getProfile(ScreenCompletion completion) {
+void NutritionControllers::getProfile(const ScreenCompletion& completion) {
   if (completion) completion(nullptr);
 }
 

@@ -29,7 +29,7 @@ class NutritionControllers {
   // A weekly menu home to embed, handed over at once (the data holder marks it embedded); then
   // a missing or unprocessed menu is downloaded, and the waiting screens shown when the new one
   // is not ready either.
-  void getWeekMenu(ScreenCompletion completion);
+  void getWeekMenu(const ScreenCompletion& completion);
   // A weekly menu home once a menu is held; after a failed download the completion never runs.
   void getNutrition(ScreenCompletion completion);
   // The weekly menu home in the themed navigation controller, over full screen; the waiting
@@ -37,7 +37,7 @@ class NutritionControllers {
   void showMenu();
   void showWaitScreens(bool isFromMenu);
   void showProfile();
-  void getProfile(ScreenCompletion completion);
+  void getProfile(const ScreenCompletion& completion);
   // The full intake of today's intake `index` (in card order); an index out of range shows
   // nothing.
   void showTodayIntake(int index);

@@ -162,7 +162,7 @@ void NutricionHomeViewController::updateMenuDay() {
     showSelectedDay(utils.weeklyMenu);
     return;
   }
-  utils.downloadMenu([weak = weak_from_this(), this](std::optional<NutritionMenu> menu) {
+  utils.downloadMenu([weak = weak_from_this(), this](const std::optional<NutritionMenu>& menu) {
     if (weak.expired()) return;
     showSelectedDay(menu);
   });
