@@ -152,6 +152,30 @@ void NutritionSDK::getNumberOfIntakes(const std::function<void(std::int64_t)>& c
   completion(kDailyIntakes);
 }
 
+void NutritionSDK::showNutritionModule() {
+  core_.router().showWeekMenu();
+}
+
+void NutritionSDK::getNutritionModule(ScreenCompletion completion) {
+  core_.router().getNutrition(std::move(completion));
+}
+
+void NutritionSDK::getWeekMenu(const ScreenCompletion& completion) {
+  core_.router().getWeekMenu(completion);
+}
+
+void NutritionSDK::showProfile() {
+  core_.router().showProfile();
+}
+
+void NutritionSDK::getNutritionProfile(const ScreenCompletion& completion) {
+  core_.router().getProfile(completion);
+}
+
+void NutritionSDK::showTodayIntake(int index) {
+  core_.router().showTodayIntake(index);
+}
+
 void NutritionSDK::getAyunoController(ScreenCompletion completion) {
   if (!hasIntermittentFasting()) {
     if (completion) completion(nullptr);

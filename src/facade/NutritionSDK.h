@@ -89,8 +89,20 @@ class NutritionSDK {
   // Always 5, at once.
   void getNumberOfIntakes(const std::function<void(std::int64_t)>& completion) const;
 
-  // Screens, handed over rather than presented.
+  // Screens, handed over or presented on the key window's top screen by the router.
   using ScreenCompletion = std::function<void(std::shared_ptr<ViewController>)>;
+  // The weekly menu, the waiting screens or the unregistered-member alert.
+  void showNutritionModule();
+  // A weekly menu home, not presented, once a menu is held; never after a failed download.
+  void getNutritionModule(ScreenCompletion completion);
+  // A weekly menu home to embed, at once.
+  void getWeekMenu(const ScreenCompletion& completion);
+  // The profile editor over the top screen.
+  void showProfile();
+  // The profile editor, not presented; nothing without questionnaire pages.
+  void getNutritionProfile(const ScreenCompletion& completion);
+  // The full intake of today's intake `index` (in card order); nothing out of range.
+  void showTodayIntake(int index);
   // The fasting screen, on the main queue, when the member has a scheme; otherwise nothing,
   // at once.
   void getAyunoController(ScreenCompletion completion);
