@@ -62,6 +62,8 @@ TEST_F(HomeScreen, StripStartsTodayAndATapSelectsAnotherDay) {
   EXPECT_EQ(home->selectedDay, 7);
   EXPECT_EQ(core_.utils().selectedDay, 7);
   EXPECT_EQ(home->sortedIntakes().size(), 3u);
+  test::expectSnapshot("NutricionHomeViewController-intakes",
+                       renderText(*root_->presentedViewController()));
 
   ASSERT_TRUE(days[1]->tap());
   EXPECT_TRUE(days[1]->isSelected());

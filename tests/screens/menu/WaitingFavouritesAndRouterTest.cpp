@@ -1,3 +1,4 @@
+#include "facade/NutritionSDK.h"
 #include "router/NutritionControllers.h"
 #include "screens/menu/IntakeViewController.h"
 #include "screens/menu/MenuScreenFixture.h"
@@ -211,6 +212,30 @@ TEST_F(WaitingFavouritesAndRouter, HandedOverScreensAndAFailedDownload) {
   router.showWaitScreens(true);
   router.showUserUnregisterAlert();
   EXPECT_EQ(core_.application().topViewController(), nullptr);
+}
+
+TEST_F(WaitingFavouritesAndRouter, FacadeScreenOperationsGoThroughTheRouter) {
+  holdMenu(weekMenu(std::string("[") + kLunch + "]"));
+  NutritionSDK& sdk = core_.sdk();
+  sdk.showNutritionModule();
+  run();
+  auto* navigation = dynamic_cast<CustomNavViewController*>(top());
+  ASSERT_NE(navigation, nullptr);
+  sdk.showTodayIntake(1);  // one intake today: index 1 is out of range
+  EXPECT_EQ(top(), navigation);
+  sdk.showTodayIntake(0);
+  EXPECT_EQ(top()->kind(), "IntakeViewController");
+  EXPECT_EQ(top()->presentingViewController(), navigation);
+
+  std::shared_ptr<ViewController> handed;
+  sdk.getWeekMenu([&](std::shared_ptr<ViewController> screen) { handed = std::move(screen); });
+  ASSERT_NE(handed, nullptr);
+  EXPECT_EQ(handed->kind(), "NutricionHomeViewController");
+  EXPECT_TRUE(core_.utils().isEmbedViewController);
+  handed.reset();
+  sdk.getNutritionModule(
+      [&](std::shared_ptr<ViewController> screen) { handed = std::move(screen); });
+  ASSERT_NE(handed, nullptr);  // a processed menu is held: at once
 }
 
 }  // namespace
