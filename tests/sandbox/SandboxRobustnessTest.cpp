@@ -155,6 +155,43 @@ TEST_F(Robustness, HostileRequestsGetTheirStatusWhileOthersAreServed) {
   EXPECT_EQ(get("api/intake?Language=es_ES").status, 200);
 }
 
+TEST_F(Robustness, HostileBodiesAreRefusedWithFourHundredsAndNothingIsStored) {
+  const std::string deep = "{\"UserId\": \"deep\", \"Preferences\": " + std::string(100'000, '[') +
+                           std::string(100'000, ']') + "}";
+  struct Case {
+    const char* name;
+    std::string method;
+    std::string path;
+    std::string body;
+  };
+  const std::vector<Case> cases = {
+      {"invalid UTF-8 in a string", "POST", "api/user?Language=es_ES",
+       "{\"UserId\": \"bad\xff\xfe_demo\", \"Height\": 180}"},
+      {"a lone surrogate escape", "POST", "api/user?Language=es_ES",
+       R"({"UserId": "x\ud800_demo"})"},
+      {"100,000 levels of nesting", "POST", "api/user?Language=es_ES", deep},
+      {"an integer beyond 64 bits", "POST", "api/user?Language=es_ES",
+       R"({"UserId": "big_demo", "Height": 99999999999999999999999})"},
+      {"an integer field holding 1e400", "POST", "api/user?Language=es_ES",
+       R"({"UserId": "huge_demo", "DietId": 1e400})"},
+      {"a fraction in an integer field", "POST", "api/favorite-dish/add",
+       R"({"UserId": "f_demo", "Dish": {"DishId": 1.5}})"},
+      {"a negative dish order", "PATCH", "api/menu/dish/replace",
+       R"({"UserId": "m_demo", "DayNum": 1, "IntakeId": -9223372036854775808, "DishOrderId": -1})"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    const HttpReply reply = send(c.method, c.path, c.body);
+    EXPECT_GE(reply.status, 400);
+    EXPECT_LT(reply.status, 500);
+    EXPECT_NE(reply.body.find("\"status\":" + std::to_string(reply.status)), std::string::npos);
+  }
+  // No member came of them, and everyone else is served as usual.
+  for (const char* id : {"big_demo", "huge_demo"})
+    EXPECT_EQ(get(std::string("api/user?Language=es_ES&UserId=") + id).body, "[]");
+  EXPECT_EQ(get("api/intake?Language=es_ES").status, 200);
+}
+
 TEST_F(Robustness, TricklingClientsDoNotHoldUpOthers) {
   // More clients than the server has workers, each sending a header one byte at a time and
   // never finishing it.
