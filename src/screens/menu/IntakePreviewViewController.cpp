@@ -1,7 +1,6 @@
 #include "screens/menu/IntakePreviewViewController.h"
 
-#include <stdexcept>
-
+#include "base/Log.h"
 #include "views/SystemColors.h"
 
 namespace nutrition {
@@ -67,7 +66,7 @@ void IntakePreviewViewController::loadView() {
 }
 
 const NutritionIntake& IntakePreviewViewController::shownIntake() const {
-  if (!intake) throw std::logic_error("IntakePreviewViewController: shown without an intake");
+  if (!intake) fatal("IntakePreviewViewController: shown without an intake");
   return *intake;
 }
 

@@ -1,7 +1,6 @@
 #include "screens/menu/IntakeViewController.h"
 
-#include <stdexcept>
-
+#include "base/Log.h"
 #include "ui/BundleImages.h"
 #include "ui/TrainingAlerts.h"
 #include "views/SystemColors.h"
@@ -42,7 +41,7 @@ void IntakeViewController::loadView() {
 }
 
 const NutritionIntake& IntakeViewController::intake() const {
-  if (!ingesta) throw std::logic_error("IntakeViewController: shown without an intake");
+  if (!ingesta) fatal("IntakeViewController: shown without an intake");
   return *ingesta;
 }
 

@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "base/Log.h"
 #include "logic/MenuDay.h"
 #include "screens/fasting/AyunoCells.h"
 #include "screens/menu/IntakeViewController.h"
@@ -229,7 +230,7 @@ std::shared_ptr<ReusableCell> NutricionHomeViewController::cellForItem(Collectio
   }
   if (i == n || !selectedMenu) {
     const auto& favorites = context_.utils().favoriteDishes;
-    if (!favorites) throw std::logic_error("NutricionHomeViewController: no favourites to show");
+    if (!favorites) fatal("NutricionHomeViewController: no favourites to show");
     auto cell = dequeue<NutritionFavoriteDishCell>(
         view, NutritionFavoriteDishCell::kReuseIdentifier, indexPath);
     cell->loadDishes(*favorites);

@@ -1,7 +1,6 @@
 #include "screens/menu/NutricionRecetaViewController.h"
 
-#include <stdexcept>
-
+#include "base/Log.h"
 #include "text/TextFormat.h"
 #include "ui/BundleImages.h"
 #include "views/SystemColors.h"
@@ -112,7 +111,7 @@ void NutricionRecetaViewController::viewWillAppear(bool) {
 }
 
 const NutritionDish& NutricionRecetaViewController::dish() const {
-  if (!receta) throw std::logic_error("NutricionRecetaViewController: a page without a dish");
+  if (!receta) fatal("NutricionRecetaViewController: a page without a dish");
   return *receta;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "base/Log.h"
 #include "screens/menu/IntakeViewController.h"
 #include "views/SystemColors.h"
 
@@ -38,7 +39,7 @@ void FavoriteView::loadUI() {
 }
 
 void FavoriteView::tapOnDish() {
-  if (!dish) throw std::logic_error("FavoriteView: a tile without a dish");
+  if (!dish) fatal("FavoriteView: a tile without a dish");
   ViewController* top = context_.ui.application.topViewController();
   if (top == nullptr) return;
   NutritionIntake intake;

@@ -1,5 +1,6 @@
 #include "screens/menu/RecetaCell.h"
 
+#include "base/Log.h"
 #include "screens/menu/IntakePreviewViewController.h"
 #include "text/TextFormat.h"
 #include "views/SystemColors.h"
@@ -61,7 +62,7 @@ void RecetaCell::loadIngesta(const NutritionIntake& intake) {
 
 void RecetaCell::didTapInfoButton() {
   if (intakeDelegate == nullptr) return;
-  if (!ingesta) throw std::logic_error("RecetaCell: the info button of a card without an intake");
+  if (!ingesta) fatal("RecetaCell: the info button of a card without an intake");
   auto preview = std::make_shared<IntakePreviewViewController>(context_);
   preview->modalPresentationStyle = ModalPresentationStyle::overCurrentContext;
   preview->intake = ingesta;
