@@ -18,6 +18,7 @@ constexpr double kControlHeight = 43;
 constexpr double kRowHeight = 52;
 constexpr double kRowSpacing = 8;
 constexpr double kSpacing = 12;
+constexpr std::size_t kButtonsInARow = 3;
 constexpr const char* kDateFormat = "dd/MM/yyyy";
 
 // A closed answer's button, tagged with the index of its label.
@@ -110,6 +111,7 @@ AnyValue HealthQuestionView::tickedScores() const {
 }
 
 void HealthQuestionView::clearAnswersStack() {
+  answersStackView->axis = Axis::horizontal;
   while (!answersStackView->subviews().empty())
     answersStackView->subviews().back()->removeFromSuperview();
   textField.reset();
@@ -125,7 +127,7 @@ void HealthQuestionView::clearRows() {
 void HealthQuestionView::loadUI() {
   if (!question || !question->type) return;
   infoButton->isHidden = !question->info;
-  questiontTitle->setText(question->title.value_or(""));
+  questiontTitle->setText(context_.ui.localized(question->title.value_or("")));
   questiontTitle->numberOfLines = 0;
   switch (*question->type) {
     case AnswerType::number:
@@ -164,8 +166,9 @@ std::shared_ptr<TextField> HealthQuestionView::makeField() {
   textField = makeView<TextField>();
   textField->name = "textField";
   textField->setSize({0, kControlHeight});
-  textField->attributedPlaceholder = AttributedText{{TextRun{
-      question ? question->placeholder.value_or("") : "", Font::system(17), kPlaceholderColor}}};
+  textField->attributedPlaceholder = AttributedText{
+      {TextRun{context_.ui.localized(question ? question->placeholder.value_or("") : ""),
+               Font::system(17), kPlaceholderColor}}};
   textField->backgroundColor = systemColors::secondarySystemBackground;
   answersStackView->addArrangedSubview(textField);
   return textField;
@@ -217,7 +220,7 @@ void HealthQuestionView::loadClosedAnswers() {
   for (const auto& label : labels) {
     const auto first = std::find(labels.begin(), labels.end(), label) - labels.begin();
     auto button = makeView<ClosedAnswerButton>(context_.ui, static_cast<int>(first));
-    button->setTitle(label);
+    button->setTitle(context_.ui.localized(label));
     button->setSize({0, kControlHeight});
     button->backgroundColor = kSystemRed;
     answersStackView->addArrangedSubview(button);
@@ -229,7 +232,7 @@ void HealthQuestionView::loadButtonsAnswers() {
   for (const auto& offered : question->answers.value_or(std::vector<QuestionaryAnswer>{})) {
     auto button = makeView<HealthRoundButton>(context_.ui);
     button->answer = offered;
-    button->setTitle(offered.title.value_or(""));
+    button->setTitle(context_.ui.localized(offered.title.value_or("")));
     button->titleEdgeInsets = {8, 8, 8, 8};
     button->setSize({0, kControlHeight});
     button->setSelected(false);
@@ -237,6 +240,8 @@ void HealthQuestionView::loadButtonsAnswers() {
     button->addTarget(ControlEvent::touchUpInside, [this, raw] { selectedHealthButton(*raw); });
     answersStackView->addArrangedSubview(button);
   }
+  // More answers than fit side by side on a phone are stacked instead.
+  if (answersStackView->subviews().size() > kButtonsInARow) answersStackView->axis = Axis::vertical;
   const auto list = answer.integerList();
   if (!list) return;
   const std::int64_t chosen = list->empty() ? 0 : 1;
@@ -318,8 +323,10 @@ void HealthQuestionView::loadListAnswers(const AnyValue& selected) {
   clearRows();
   if (question->answers) {
     ++loads_;
-    for (const auto& offered : *question->answers)
+    for (QuestionaryAnswer offered : *question->answers) {
+      if (offered.title) offered.title = context_.ui.localized(*offered.title);
       makeRow(offered, selected);
+    }
   } else {
     loadSubAnswers(true, selected);
   }
@@ -438,12 +445,17 @@ double HealthQuestionView::fitContent() {
   questiontTitle->setFrame({{}, {width - 32, titleHeight}});
   infoButton->setFrame({{width - 24, 0}, {24, 24}});
   const bool controls = !answersStackView->isHidden && !answersStackView->subviews().empty();
-  answersStackView->setSize({width, controls ? kControlHeight : 0});
+  const auto stacked = answersStackView->axis == Axis::vertical
+                           ? static_cast<double>(answersStackView->subviews().size())
+                           : 1.0;
+  const double controlsHeight =
+      controls ? stacked * (kControlHeight + kRowSpacing) - kRowSpacing : 0;
+  answersStackView->setSize({width, controlsHeight});
   const auto count = static_cast<double>(answersVerticalStackView->subviews().size());
   const double rowsHeight = count > 0 ? count * kRowHeight + (count - 1) * kRowSpacing : 0;
   answersVerticalStackView->setSize({width, rowsHeight});
   double total = titleHeight;
-  if (controls) total += kSpacing + kControlHeight;
+  if (controls) total += kSpacing + controlsHeight;
   if (rowsHeight > 0) total += kSpacing + rowsHeight;
   content_->setFrame({{}, {width, total}});
   contentView->setFrame({{}, {width, total}});

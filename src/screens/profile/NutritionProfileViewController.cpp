@@ -205,6 +205,11 @@ void NutritionProfileViewController::didSend(std::optional<NutritionUser> return
 }
 
 void NutritionProfileViewController::fitContent() {
+  const Size screen = view().frame().size;
+  scroll_->setSize({screen.width, screen.height - kBarHeight});
+  const double barTop = screen.height - kBarHeight + 16;
+  previousButton->setFrame({{20, barTop}, {165, 50}});
+  nextButton->setFrame({{205, barTop}, {165, 50}});
   double height = 0;
   for (auto* panel : panelViews()) {
     panel->setSize({stackView->frame().width(), panel->frame().height()});

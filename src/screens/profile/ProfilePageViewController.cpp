@@ -62,6 +62,7 @@ std::shared_ptr<NutritionProfileViewController> ProfilePageViewController::viewC
   page->panels = (*pages)[index].panels;
   page->pageIndex = index;
   page->isLastPage = index == pages->size() - 1;
+  page->view().setFrame(content->bounds());
   return page;
 }
 

@@ -110,8 +110,8 @@ TapResult tapAnswer(HealthQuestionView& view, const std::vector<std::string>& ch
         auto* button = dynamic_cast<Button*>(subview.get());
         if (button == nullptr) continue;
         auto* round = dynamic_cast<HealthRoundButton*>(button);
-        const bool chosen = round != nullptr ? matches(round->answer, choices.front())
-                                             : button->currentTitle() == choices.front();
+        const bool chosen = button->currentTitle() == choices.front() ||
+                            (round != nullptr && matches(round->answer, choices.front()));
         if (!chosen) continue;
         button->tap();
         const std::vector<std::string> rest(choices.begin() + 1, choices.end());

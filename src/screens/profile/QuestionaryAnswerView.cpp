@@ -32,6 +32,11 @@ void QuestionaryAnswerView::load(const QuestionaryAnswer& value, const std::stri
   }
 }
 
+void QuestionaryAnswerView::layoutSubviews() {
+  contentView->setFrame(bounds());
+  textLabel->setFrame({{56, 0}, {bounds().width() - 68, bounds().height()}});
+}
+
 void QuestionaryAnswerView::didTapOnAnswer() {
   if (isFixed) return;
   isSelected = !isSelected;

@@ -33,6 +33,7 @@ class QuestionaryAnswerView : public View {
   // Shows `value` unticked; the check image is "<identifier>_<score>".
   void load(const QuestionaryAnswer& value, const std::string& identifier);
   void didTapOnAnswer();
+  void layoutSubviews() override;
   // Selected: the primary colour behind white text and check. Not selected: the system
   // background, with text, check and border in the secondary label colour.
   void setEnabledLook();
