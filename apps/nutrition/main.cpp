@@ -6,6 +6,7 @@
 
 #include "DemoCommand.h"
 #include "MemberCommands.h"
+#include "QuestionnaireCommands.h"
 #include "SandboxCommand.h"
 
 namespace {
@@ -29,6 +30,7 @@ void printHelp() {
       "                                 pending end-of-fast notification\n"
       "  fasting end                    end the fast\n"
       "  questionnaire                  the health questionnaire and the answers it offers\n"
+      "  questionnaire --answers FILE   answer it from a file, page by page, and send the profile\n"
       "\n"
       "  sandbox [--port N] [--data-dir DIR]   run the sandbox nutrition backend on 127.0.0.1\n"
       "  help                                  show this text\n"

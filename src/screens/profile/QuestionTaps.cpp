@@ -42,8 +42,9 @@ std::optional<Date> parseDay(const std::string& text) {
   return Date{std::chrono::sys_days{ymd}};
 }
 
-// Leaves exactly the rows named by `choices` ticked (locked rows stay as they are).
-TapResult tickRows(HealthQuestionView& view, const std::vector<std::string>& choices) {
+}  // namespace
+
+TapResult tapRows(HealthQuestionView& view, const std::vector<std::string>& choices) {
   std::vector<QuestionaryAnswerView*> rows;
   for (const auto& subview : view.answersVerticalStackView->arrangedSubviews()) {
     if (auto* row = dynamic_cast<QuestionaryAnswerView*>(subview.get())) rows.push_back(row);
@@ -67,8 +68,6 @@ TapResult tickRows(HealthQuestionView& view, const std::vector<std::string>& cho
   }
   return {};
 }
-
-}  // namespace
 
 TapResult tapAnswer(HealthQuestionView& view, const std::vector<std::string>& choices) {
   if (!view.question || !view.question->type) return failed("the question cannot be answered");
@@ -115,12 +114,14 @@ TapResult tapAnswer(HealthQuestionView& view, const std::vector<std::string>& ch
         if (!chosen) continue;
         button->tap();
         const std::vector<std::string> rest(choices.begin() + 1, choices.end());
-        return rest.empty() ? TapResult{} : tickRows(view, rest);
+        if (rest.empty()) return {};
+        if (view.answersVerticalStackView->arrangedSubviews().empty()) return {true, {}, rest};
+        return tapRows(view, rest);
       }
       return failed("no answer '" + choices.front() + "'");
     }
     case AnswerType::list:
-      return tickRows(view, choices);
+      return tapRows(view, choices);
   }
   return {};
 }

@@ -15,8 +15,12 @@ namespace nutrition {
 struct TapResult {
   bool ok = true;
   std::string problem;  // why the answer could not be given, when not ok
+  // Rows to tick once the rows a yes answer opened have arrived (see tapRows).
+  std::vector<std::string> waitingRows;
 };
 
 TapResult tapAnswer(HealthQuestionView& view, const std::vector<std::string>& choices);
+// Leaves exactly the rows named by `choices` ticked; locked rows stay as they are.
+TapResult tapRows(HealthQuestionView& view, const std::vector<std::string>& choices);
 
 }  // namespace nutrition

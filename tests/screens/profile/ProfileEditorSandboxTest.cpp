@@ -77,7 +77,12 @@ class ProfileEditorSandbox : public ::testing::Test {
       for (auto* view : panel->questionViews()) {
         const auto found = answers.find(view->question->identifier.value_or(""));
         if (found == answers.end()) continue;
-        const TapResult result = tapAnswer(*view, found->second);
+        TapResult result = tapAnswer(*view, found->second);
+        if (!result.waitingRows.empty()) {
+          ASSERT_TRUE(runUntil(
+              [&] { return !view->answersVerticalStackView->arrangedSubviews().empty(); }));
+          result = tapRows(*view, result.waitingRows);
+        }
         EXPECT_TRUE(result.ok) << found->first << ": " << result.problem;
       }
     }
