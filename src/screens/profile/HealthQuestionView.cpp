@@ -153,7 +153,7 @@ void HealthQuestionView::loadUI() {
           [weak = weak_from_this(), load](std::optional<std::vector<QuestionaryAnswer>> answers) {
             auto self = locked(weak);
             if (!self || self->loads_ != load) return;
-            self->loadPickerField(answers.value_or(std::vector<QuestionaryAnswer>{}));
+            self->loadPickerField(std::move(answers).value_or(std::vector<QuestionaryAnswer>{}));
           });
       break;
     }
@@ -280,7 +280,7 @@ void HealthQuestionView::loadSubAnswers(bool hasAnswers, const AnyValue& selecte
   if (!hasAnswers) return;
   context_.utils().getAnswersFor(
       identifier(), [weak = weak_from_this(), load,
-                     selected](std::optional<std::vector<QuestionaryAnswer>> answers) {
+                     selected](const std::optional<std::vector<QuestionaryAnswer>>& answers) {
         auto self = locked(weak);
         if (!self || self->loads_ != load) return;
         self->addCatalogueRows(answers.value_or(std::vector<QuestionaryAnswer>{}), selected);

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "ProfileFixture.h"
+#include "screens/profile/HealthFormPageViewController.h"
 #include "screens/profile/QuestionPanelView.h"
+#include "screens/profile/QuestionView.h"
+#include "ui/ProfileAlertInfoViewController.h"
 
 namespace nutrition {
 namespace {
@@ -183,6 +186,80 @@ TEST_F(HealthQuestionViewTest, ControlsByTypeAndReloadsNeverDuplicateThem) {
   several.isMultipleSelection = true;
   member().difficulty.reset();
   EXPECT_TRUE(questionView(several)->isFilled());
+}
+
+}  // namespace
+}  // namespace nutrition
+
+namespace nutrition {
+namespace {
+
+using OlderQuestionViews = test::ProfileFixture;
+
+TEST_F(HealthQuestionViewTest, InfoButtonOpensTheItemsOfItsResource) {
+  auto activity = questionView(shippedQuestion("physicalIntensityID"));
+  ASSERT_FALSE(activity->infoButton->isHidden);
+  ASSERT_TRUE(activity->infoButton->tap());
+  auto* info = dynamic_cast<ProfileAlertInfoViewController*>(root_->presentedViewController());
+  ASSERT_NE(info, nullptr);
+  EXPECT_EQ(info->items, core_.utils().getInfoFile("info_actividad"));
+  EXPECT_FALSE(info->items.empty());
+  info->didTapCloseButton();
+
+  HealthQuestion missing = shippedQuestion("height");
+  EXPECT_TRUE(questionView(missing)->infoButton->isHidden);
+  missing.info = "info_nowhere";
+  questionView(missing)->infoButton->tap();
+  info = dynamic_cast<ProfileAlertInfoViewController*>(root_->presentedViewController());
+  ASSERT_NE(info, nullptr);
+  EXPECT_TRUE(info->items.empty());
+}
+
+struct RecordingQuestionDelegate final : QuestionDelegate {
+  std::vector<AnyValue> answers;
+  void questionDidChange(QuestionView& question) override { answers.push_back(question.answer); }
+};
+
+TEST_F(OlderQuestionViews, AnswerAndReportToTheirDelegate) {
+  RecordingQuestionDelegate delegate;
+  QuestionaryQuestion gender{"¿Cuál es tu sexo?", "gender", AnswerType::buttons, std::nullopt,
+                             std::vector<QuestionaryAnswer>{{"Hombre", 0, {}}, {"Mujer", 1, {}}}};
+  auto buttons = makeView<QuestionView>(core_.ui(), gender);
+  buttons->delegate = &delegate;
+  auto& man = dynamic_cast<HealthRoundButton&>(*buttons->answersHorizontalContainer->subviews()[0]);
+  auto& woman =
+      dynamic_cast<HealthRoundButton&>(*buttons->answersHorizontalContainer->subviews()[1]);
+  woman.tap();
+  man.tap();
+  EXPECT_TRUE(man.isSelected());
+  EXPECT_FALSE(woman.isSelected());
+
+  QuestionaryQuestion list = gender;
+  list.type = AnswerType::list;
+  auto rows = makeView<QuestionView>(core_.ui(), list);
+  rows->delegate = &delegate;
+  auto& first = dynamic_cast<QuestionaryAnswerView&>(*rows->answersContainer->subviews()[0]);
+  auto& second = dynamic_cast<QuestionaryAnswerView&>(*rows->answersContainer->subviews()[1]);
+  first.didTapOnAnswer();
+  second.didTapOnAnswer();
+  EXPECT_FALSE(first.isSelected);
+  EXPECT_EQ(second.checkImg->image, ImageRef::named("gender_1"));
+
+  QuestionaryQuestion height{"¿Cuánto mides?", "height", AnswerType::number, "cm", std::nullopt};
+  auto field = makeView<QuestionView>(core_.ui(), height);
+  field->delegate = &delegate;
+  field->textField->type("180");
+  EXPECT_EQ(delegate.answers, (std::vector<AnyValue>{AnyValue(1), AnyValue(0), AnyValue(0),
+                                                     AnyValue(1), AnyValue("180")}));
+
+  // The single-page form shows one question view per question.
+  auto form = std::make_shared<HealthFormPageViewController>(screens_, services_);
+  form->questions =
+      std::vector<HealthQuestion>{shippedQuestion("gender"), shippedQuestion("height")};
+  root_->present(form, false);
+  const auto views = form->getAllQuestionViews();
+  ASSERT_EQ(views.size(), 2u);
+  EXPECT_EQ(views[1]->question->identifier, "height");
 }
 
 }  // namespace
