@@ -229,6 +229,7 @@ void HealthQuestionView::loadClosedAnswers() {
 
 void HealthQuestionView::loadButtonsAnswers() {
   clearAnswersStack();
+  subAnswersOpen_ = false;
   for (const auto& offered : question->answers.value_or(std::vector<QuestionaryAnswer>{})) {
     auto button = makeView<HealthRoundButton>(context_.ui);
     button->answer = offered;
