@@ -13,7 +13,6 @@
 #include "facade/NutritionSDK.h"
 #include "fasting/AyunoUtils.h"
 #include "logic/NutritionUtils.h"
-#include "screens/profile/QuestionnaireRules.h"
 #include "session/NutritionAuth.h"
 
 namespace nutrition::cli {
@@ -107,18 +106,6 @@ bool ensureScheme(CliSession& cli, std::int64_t wanted) {
   return NutritionAuth::sharedInstance().currentUser->intermittentFastingID == wanted;
 }
 
-namespace {
-
-void printAnswers(const std::vector<QuestionaryAnswer>& answers, const StringTables* strings) {
-  for (const auto& answer : answers) {
-    const std::string title = answer.title.value_or("-");
-    std::printf("        [%lld] %s\n", static_cast<long long>(answer.score.value_or(0)),
-                (strings ? strings->localized(title) : title).c_str());
-  }
-}
-
-}  // namespace
-
 int runToday(const std::vector<std::string>& arguments) {
   return showMenu(arguments, false);
 }
@@ -160,57 +147,6 @@ int runFasting(const std::vector<std::string>& arguments) {
     ayuno.finish();
   }
   printFastingStatus(cli->platform(), cli->strings());
-  return 0;
-}
-
-int runQuestionnaire(const std::vector<std::string>& arguments) {
-  auto cli = openMember(arguments, "questionnaire");
-  if (!cli) return 1;
-  const auto& strings = cli->strings();
-  const auto& config = NutritionSDKUtils::sharedInstance();
-  const auto pages = NutritionUtils::sharedInstance().getProfileQuestionary();
-  if (!pages) return cli->fail("the questionnaire resources are missing");
-  for (std::size_t p = 0; p < pages->size(); ++p) {
-    std::printf("Page %zu\n", p + 1);
-    const auto& panels = pages->at(p).panels.value_or(std::vector<HealthProfilePanel>{});
-    for (std::size_t n = 0; n < panels.size(); ++n) {
-      std::printf("  Panel %zu\n", n + 1);
-      for (const auto& question : panels[n].questions) {
-        if (!isQuestionShown(question, config)) continue;
-        std::printf("    %s  (%s, %s%s)\n", strings.localized(question.title.value_or("")).c_str(),
-                    question.identifier.value_or("-").c_str(),
-                    question.type ? std::string(rawValue(*question.type)).c_str() : "-",
-                    question.isMultipleSelection == true ? ", several answers" : "");
-        if (question.placeholder) {
-          std::printf("      %s\n", strings.localized(*question.placeholder).c_str());
-        }
-        if (question.closedAnswers) {
-          for (const auto& label : *question.closedAnswers) {
-            std::printf("        - %s\n", strings.localized(label).c_str());
-          }
-        }
-        bool needsCatalogue = !question.answers;
-        if (question.answers) {
-          printAnswers(*question.answers, &strings);
-          for (const auto& answer : *question.answers)
-            needsCatalogue |= answer.hasAnswers == true;
-        }
-        if (needsCatalogue && question.type != AnswerType::closed &&
-            question.type != AnswerType::number && question.type != AnswerType::date) {
-          bool answered = false;
-          std::optional<std::vector<QuestionaryAnswer>> offered;
-          NutritionUtils::sharedInstance().getAnswersFor(question.identifier.value_or(""),
-                                                         [&](auto answers) {
-                                                           offered = std::move(answers);
-                                                           answered = true;
-                                                         });
-          if (!cli->runUntil([&] { return answered; }, 70s))
-            return cli->fail("no catalogue came back");
-          if (offered) printAnswers(*offered, nullptr);
-        }
-      }
-    }
-  }
   return 0;
 }
 

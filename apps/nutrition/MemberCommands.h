@@ -1,6 +1,6 @@
 #pragma once
 // The member commands of `nutrition`: the menu of today or of the whole week, the fasting
-// clock, and the health questionnaire with the answers each question offers.
+// clock.
 
 #include <cstdint>
 #include <memory>
@@ -30,7 +30,6 @@ int runFasting(const std::vector<std::string>& arguments);
 int runFastingScreen(const std::vector<std::string>& arguments);
 // The pop-up of the current fasting phase.
 int runFastingPhase(const std::vector<std::string>& arguments);
-int runQuestionnaire(const std::vector<std::string>& arguments);
 // menu [--day N] | intake I | alternative I D | favorite I D: the weekly menu home and the
 // intake screens, driven as a member taps them.
 int runMenu(const std::vector<std::string>& arguments);

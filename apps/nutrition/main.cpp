@@ -6,6 +6,7 @@
 
 #include "DemoCommand.h"
 #include "MemberCommands.h"
+#include "QuestionnaireCommands.h"
 #include "SandboxCommand.h"
 
 namespace {
@@ -35,6 +36,7 @@ void printHelp() {
       "                                 recipe pages\n"
       "  menu alternative I D           asks for an alternative to dish D of intake I\n"
       "  menu favorite I D              adds dish D of intake I to the favourites, or removes it\n"
+      "  questionnaire --answers FILE   answer it from a file, page by page, and send the profile\n"
       "\n"
       "  sandbox [--port N] [--data-dir DIR]   run the sandbox nutrition backend on 127.0.0.1\n"
       "  help                                  show this text\n"

@@ -86,6 +86,9 @@ class Core {
     NutritionUtils& utils() override { return core_.utils(); }
     NutritionProfileUtils& profileUtils() override { return core_.profileUtils(); }
     NutritionAuth& session() override { return core_.session_; }
+    [[nodiscard]] const DataServiceNutrition& dataService() const override {
+      return core_.dataService_;
+    }
     [[nodiscard]] const Platform& platform() const override { return *core_.platform_; }
     void showWeekMenu() override { core_.router_.showWeekMenu(); }
     void showProfile() override { core_.router_.showProfile(); }

@@ -5,10 +5,12 @@
 #include "screens/menu/IntakeViewController.h"
 #include "screens/menu/NutricionHomeViewController.h"
 #include "screens/menu/WaitingScreenViewController.h"
+#include "screens/profile/ProfilePageViewController.h"
 #include "text/TextCase.h"
 #include "ui/BundleImages.h"
 #include "ui/CustomNavViewController.h"
 #include "ui/HealthAlertViewController.h"
+#include "views/NavigationController.h"
 
 namespace nutrition {
 
@@ -91,10 +93,34 @@ void NutritionControllers::showWaitScreens(bool isFromMenu) {
   top->present(waiting, true);
 }
 
-void NutritionControllers::showProfile() {}
+std::shared_ptr<ViewController> NutritionControllers::makeEditor(
+    std::vector<HealthProfilePage> pages) const {
+  const ScreenServices& services = screens_.services;
+  return makeProfileEditor(screens_,
+                           ProfileEditorServices::from(services.platform(), services.dataService()),
+                           std::move(pages));
+}
+
+void NutritionControllers::showProfile() {
+  ViewController* top = topScreen();
+  if (top == nullptr) return;
+  auto pages = screens_.utils().getProfileQuestionary();
+  if (!pages) return;
+  auto navigation = std::make_shared<NavigationController>(makeEditor(std::move(*pages)));
+  navigation->modalPresentationStyle = ModalPresentationStyle::overFullScreen;
+  top->present(navigation, true);
+}
 
 void NutritionControllers::getProfile(const ScreenCompletion& completion) {
-  if (completion) completion(nullptr);
+  auto pages = screens_.utils().getProfileQuestionary();
+  if (!pages) {
+    if (completion) completion(nullptr);
+    return;
+  }
+  onMain([this, pages = std::move(*pages), completion]() mutable {
+    auto editor = makeEditor(std::move(pages));
+    if (completion) completion(editor);
+  });
 }
 
 void NutritionControllers::showTodayIntake(int index) {

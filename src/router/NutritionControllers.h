@@ -8,8 +8,10 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "base/Lifetime.h"
+#include "model/HealthProfile.h"
 #include "screens/ScreenContext.h"
 #include "views/ViewController.h"
 
@@ -36,7 +38,11 @@ class NutritionControllers {
   // screens while the menu is on hold.
   void showMenu();
   void showWaitScreens(bool isFromMenu);
+  // The profile editor in a plain navigation controller, over full screen; nothing without
+  // questionnaire pages.
   void showProfile();
+  // The profile editor, made on the main queue's next turn and not presented; nothing at once
+  // without questionnaire pages.
   void getProfile(const ScreenCompletion& completion);
   // The full intake of today's intake `index` (in card order); an index out of range shows
   // nothing.
@@ -50,6 +56,8 @@ class NutritionControllers {
   [[nodiscard]] ViewController* topScreen() const;
   void onMain(std::function<void()> task);
   static bool isReady(const std::optional<NutritionMenu>& menu);
+  [[nodiscard]] std::shared_ptr<ViewController> makeEditor(
+      std::vector<HealthProfilePage> pages) const;
 
   const ScreenContext& screens_;
   Lifetime lifetime_;

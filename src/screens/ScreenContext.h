@@ -23,6 +23,8 @@ class ScreenServices {
   virtual NutritionUtils& utils() = 0;
   virtual NutritionProfileUtils& profileUtils() = 0;
   virtual NutritionAuth& session() = 0;
+  // The REST client, for the screens that send the member.
+  [[nodiscard]] virtual const DataServiceNutrition& dataService() const = 0;
   // The clock and calendar the screens count days and times with.
   [[nodiscard]] virtual const Platform& platform() const = 0;
 

@@ -2,14 +2,13 @@
 // The module's page controller: a page view controller that tells a size delegate when a page
 // asks for another content size, so the screen around it can follow.
 
-#include "views/Geometry.h"
 #include "views/PageViewController.h"
 
 namespace nutrition {
 
 class OrvanePageDelegate {
  public:
-  virtual void pageContentSizeDidChange(ViewController& page, Size size) = 0;
+  virtual void pageContentSizeDidChange(ViewController& page) = 0;
 
  protected:
   ~OrvanePageDelegate() = default;
@@ -19,11 +18,12 @@ class OrvanePageViewController : public PageViewController {
  public:
   [[nodiscard]] std::string_view kind() const override { return "OrvanePageViewController"; }
 
+  // Not owned: the screen that holds the controller.
   OrvanePageDelegate* sizeDelegate = nullptr;
 
   // A page's preferred content size changed.
-  void preferredContentSizeDidChange(ViewController& page, Size size) {
-    if (sizeDelegate != nullptr) sizeDelegate->pageContentSizeDidChange(page, size);
+  void preferredContentSizeDidChange(ViewController& page) {
+    if (sizeDelegate != nullptr) sizeDelegate->pageContentSizeDidChange(page);
   }
 };
 

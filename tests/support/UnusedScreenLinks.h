@@ -12,6 +12,9 @@ struct UnusedScreenLinks final : ScreenServices, ScreenRoutes {
   NutritionUtils& utils() override { throw std::logic_error("data holder reached"); }
   NutritionProfileUtils& profileUtils() override { throw std::logic_error("profile reached"); }
   NutritionAuth& session() override { throw std::logic_error("session reached"); }
+  [[nodiscard]] const DataServiceNutrition& dataService() const override {
+    throw std::logic_error("REST client reached");
+  }
   [[nodiscard]] const Platform& platform() const override {
     throw std::logic_error("platform reached");
   }

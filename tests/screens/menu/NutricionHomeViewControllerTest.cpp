@@ -8,6 +8,7 @@
 #include "screens/menu/MenuScreenFixture.h"
 #include "screens/menu/NutritionFavoriteDishCell.h"
 #include "screens/menu/RecetaCell.h"
+#include "screens/profile/ProfilePageViewController.h"
 #include "support/Snapshot.h"
 #include "views/AlertController.h"
 #include "views/SystemColors.h"
@@ -225,6 +226,17 @@ TEST_F(HomeScreen, BarButtonsProfileButtonAndTheUpdateNotification) {
   EXPECT_EQ(home->profileButton->shadow->opacity, 0.5);
   home->profileButton->tap();
   EXPECT_TRUE(core_.config().isSettingsFromMenu);
+  // The editor opens over the menu, in its own navigation controller; closing it leaves the
+  // menu where it was.
+  run();
+  auto* editorNavigation =
+      dynamic_cast<NavigationController*>(home->navigationController()->presentedViewController());
+  ASSERT_NE(editorNavigation, nullptr);
+  EXPECT_NE(dynamic_cast<ProfilePageViewController*>(editorNavigation->topViewController()),
+            nullptr);
+  editorNavigation->dismiss(false);
+  run();
+  EXPECT_EQ(home->navigationController()->presentedViewController(), nullptr);
 
   // The host posts the update: the cards follow the held menu.
   core_.utils().weeklyMenu = decodeMenu(weekMenu(std::string("[") + kLunch + "]"));

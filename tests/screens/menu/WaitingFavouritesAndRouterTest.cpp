@@ -4,6 +4,7 @@
 #include "screens/menu/MenuScreenFixture.h"
 #include "screens/menu/NutritionFavoriteDishCell.h"
 #include "screens/menu/WaitingScreenViewController.h"
+#include "screens/profile/ProfilePageViewController.h"
 #include "support/Snapshot.h"
 #include "ui/HealthAlertViewController.h"
 #include "views/TextRenderer.h"
@@ -236,6 +237,46 @@ TEST_F(WaitingFavouritesAndRouter, FacadeScreenOperationsGoThroughTheRouter) {
   sdk.getNutritionModule(
       [&](std::shared_ptr<ViewController> screen) { handed = std::move(screen); });
   ASSERT_NE(handed, nullptr);  // a processed menu is held: at once
+}
+
+TEST_F(WaitingFavouritesAndRouter, TheUnregisteredAlertAndTheFacadeLeadToTheQuestionnaire) {
+  holder();
+  core_.session().isUnregister = true;
+  core_.router().showWeekMenu();
+  run();
+  auto* alert = dynamic_cast<HealthAlertViewController*>(top());
+  ASSERT_NE(alert, nullptr);
+  alert->continueButton->tap();
+  run();
+  // The editor comes over full screen in a navigation controller of its own.
+  auto* navigation = dynamic_cast<NavigationController*>(top());
+  ASSERT_NE(navigation, nullptr);
+  EXPECT_EQ(navigation->modalPresentationStyle, ModalPresentationStyle::overFullScreen);
+  auto* editor = dynamic_cast<ProfilePageViewController*>(navigation->topViewController());
+  ASSERT_NE(editor, nullptr);
+  ASSERT_NE(editor->currentPage(), nullptr);
+  EXPECT_EQ(editor->currentPage()->nextButton->currentTitle(), "Siguiente");
+  navigation->dismiss(false);
+  run();
+
+  NutritionSDK& sdk = core_.sdk();
+  sdk.showProfile();
+  run();
+  navigation = dynamic_cast<NavigationController*>(top());
+  ASSERT_NE(navigation, nullptr);
+  EXPECT_NE(dynamic_cast<ProfilePageViewController*>(navigation->topViewController()), nullptr);
+  navigation->dismiss(false);
+  run();
+
+  // Handed over on the main queue, not before.
+  std::shared_ptr<ViewController> handed;
+  sdk.getNutritionProfile(
+      [&](std::shared_ptr<ViewController> screen) { handed = std::move(screen); });
+  EXPECT_EQ(handed, nullptr);
+  run();
+  ASSERT_NE(handed, nullptr);
+  EXPECT_EQ(handed->kind(), "ProfilePageViewController");
+  EXPECT_EQ(handed->presentingViewController(), nullptr);  // handed over, not presented
 }
 
 }  // namespace
