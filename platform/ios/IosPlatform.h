@@ -1,0 +1,14 @@
+#pragma once
+// The iOS platform bundle: NSURLSession, NSUserDefaults, UNUserNotificationCenter, the device's
+// time zone and languages, the main dispatch queue, the framework's bundle, Core Text fonts and
+// the app's documents folder. The framework installs it before the first call into the core.
+
+#include <memory>
+
+#include "platform/Platform.h"
+
+namespace nutrition::ios {
+
+std::shared_ptr<Platform> makeIosPlatform();
+
+}  // namespace nutrition::ios
