@@ -9,6 +9,7 @@
 #import <dispatch/dispatch.h>
 
 #include "IosHttpClient.h"
+#include "Marshal+Private.h"
 
 // The framework's own bundle: the class is defined here so that `bundleForClass:` finds it.
 @interface NKBundleAnchor : NSObject
@@ -18,17 +19,6 @@
 
 namespace nutrition::ios {
 namespace {
-
-NSString* toNSString(std::string_view text) {
-  return [[NSString alloc] initWithBytes:text.data()
-                                  length:text.size()
-                                encoding:NSUTF8StringEncoding];
-}
-
-std::string toString(NSString* text) {
-  const char* bytes = text.UTF8String;
-  return bytes != nullptr ? std::string(bytes) : std::string();
-}
 
 // NSUserDefaults holds numbers, strings and string lists for the module; anything else another
 // party wrote under the same key reads as no value.
@@ -162,6 +152,22 @@ class DispatchMainQueue final : public MainQueue {
   }
 };
 
+// The bundle that holds the module's resources: the framework itself, or the resource bundle a
+// Swift package build puts beside the code ("NutritionKit_NutritionKit.bundle"), looked for in
+// the framework and in the app.
+NSBundle* resourceBundle() {
+  static NSBundle* found = [] {
+    NSBundle* code = [NSBundle bundleForClass:[NKBundleAnchor class]];
+    for (NSBundle* place in @[ code, [NSBundle mainBundle] ]) {
+      NSURL* url = [place URLForResource:@"NutritionKit_NutritionKit" withExtension:@"bundle"];
+      NSBundle* bundle = url != nil ? [NSBundle bundleWithURL:url] : nil;
+      if (bundle != nil) return bundle;
+    }
+    return code;
+  }();
+  return found;
+}
+
 // Resources inside the framework: "strings/NutritionStrings.en" with "json" is the file
 // strings/NutritionStrings.en.json of the bundle.
 class FrameworkBundle final : public ResourceBundle {
@@ -169,7 +175,7 @@ class FrameworkBundle final : public ResourceBundle {
   [[nodiscard]] std::optional<std::string> resource(std::string_view name,
                                                     std::string_view extension) const override {
     @autoreleasepool {
-      NSBundle* bundle = [NSBundle bundleForClass:[NKBundleAnchor class]];
+      NSBundle* bundle = resourceBundle();
       NSString* path = toNSString(name);
       NSString* directory = path.stringByDeletingLastPathComponent;
       NSString* file = [bundle pathForResource:path.lastPathComponent
