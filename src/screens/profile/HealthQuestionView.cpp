@@ -430,6 +430,9 @@ AnyValue HealthQuestionView::getSelectedAnswer() const {
 }
 
 bool HealthQuestionView::isFilled() const {
+  // A closed question only shows the member's value and offers nothing to tap, so it never
+  // holds the page back: a new member, whose record has no value for it, could not go on.
+  if (question && question->type == AnswerType::closed) return true;
   if (question && question->type == AnswerType::buttons && isMultipleSelection() &&
       answersVerticalStackView->arrangedSubviews().empty()) {
     return true;

@@ -169,7 +169,8 @@ TEST_F(HealthQuestionViewTest, ControlsByTypeAndReloadsNeverDuplicateThem) {
   EXPECT_TRUE(preferences->answersStackView->isHidden);
   auto closed = questionView(shippedQuestion("algorithm"));
   EXPECT_EQ(closed->answersStackView->arrangedSubviews().size(), 1u);
-  EXPECT_FALSE(closed->isFilled());  // a new member's record has no algorithm
+  EXPECT_FALSE(closed->getSelectedAnswer().hasValue());  // a new member has no algorithm...
+  EXPECT_TRUE(closed->isFilled());                        // ...and is not held back by it
 
   for (auto* view :
        {difficulty.get(), picker.get(), height.get(), preferences.get(), closed.get()}) {

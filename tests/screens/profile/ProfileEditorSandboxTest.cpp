@@ -159,9 +159,7 @@ class ProfileEditorSandbox : public ::testing::Test {
 TEST_F(ProfileEditorSandbox, NewMemberIsCreatedWithPostAndGetsAMenu) {
   startMember("new");
   ASSERT_TRUE(core_->session().isUnregister);
-  // The closed menu-type question only shows the member's value and cannot set one; a new
-  // member's record has none, so the host's record carries it.
-  core_->session().currentUser->algorithm = 2;
+  // The closed menu-type question shows no value for a new member and does not stop the send.
   auto editor = openEditor();
   sendWholeProfile(*editor);
 
