@@ -170,7 +170,7 @@ TEST_F(HealthQuestionViewTest, ControlsByTypeAndReloadsNeverDuplicateThem) {
   auto closed = questionView(shippedQuestion("algorithm"));
   EXPECT_EQ(closed->answersStackView->arrangedSubviews().size(), 1u);
   EXPECT_FALSE(closed->getSelectedAnswer().hasValue());  // a new member has no algorithm...
-  EXPECT_TRUE(closed->isFilled());                        // ...and is not held back by it
+  EXPECT_TRUE(closed->isFilled());                       // ...and is not held back by it
 
   for (auto* view :
        {difficulty.get(), picker.get(), height.get(), preferences.get(), closed.get()}) {
