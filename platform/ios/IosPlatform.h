@@ -12,3 +12,15 @@ namespace nutrition::ios {
 std::shared_ptr<Platform> makeIosPlatform();
 
 }  // namespace nutrition::ios
+
+#ifdef __OBJC__
+@class NSBundle;
+
+namespace nutrition::ios {
+
+// The bundle that holds the module's resources and images: the framework itself, or the
+// resource bundle a Swift package build puts beside the code.
+NSBundle* resourceBundle();
+
+}  // namespace nutrition::ios
+#endif

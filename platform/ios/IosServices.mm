@@ -152,22 +152,6 @@ class DispatchMainQueue final : public MainQueue {
   }
 };
 
-// The bundle that holds the module's resources: the framework itself, or the resource bundle a
-// Swift package build puts beside the code ("NutritionKit_NutritionKit.bundle"), looked for in
-// the framework and in the app.
-NSBundle* resourceBundle() {
-  static NSBundle* found = [] {
-    NSBundle* code = [NSBundle bundleForClass:[NKBundleAnchor class]];
-    for (NSBundle* place in @[ code, [NSBundle mainBundle] ]) {
-      NSURL* url = [place URLForResource:@"NutritionKit_NutritionKit" withExtension:@"bundle"];
-      NSBundle* bundle = url != nil ? [NSBundle bundleWithURL:url] : nil;
-      if (bundle != nil) return bundle;
-    }
-    return code;
-  }();
-  return found;
-}
-
 // Resources inside the framework: "strings/NutritionStrings.en" with "json" is the file
 // strings/NutritionStrings.en.json of the bundle.
 class FrameworkBundle final : public ResourceBundle {
@@ -223,6 +207,22 @@ std::string documentsDirectory() {
 }
 
 }  // namespace
+
+// The bundle that holds the module's resources: the framework itself, or the resource bundle a
+// Swift package build puts beside the code ("NutritionKit_NutritionKit.bundle"), looked for in
+// the framework and in the app.
+NSBundle* resourceBundle() {
+  static NSBundle* found = [] {
+    NSBundle* code = [NSBundle bundleForClass:[NKBundleAnchor class]];
+    for (NSBundle* place in @[ code, [NSBundle mainBundle] ]) {
+      NSURL* url = [place URLForResource:@"NutritionKit_NutritionKit" withExtension:@"bundle"];
+      NSBundle* bundle = url != nil ? [NSBundle bundleWithURL:url] : nil;
+      if (bundle != nil) return bundle;
+    }
+    return code;
+  }();
+  return found;
+}
 
 std::shared_ptr<Platform> makeIosPlatform() {
   auto platform = Platform::portableDefaults();

@@ -9,30 +9,12 @@
 #include <optional>
 #include <string>
 
+#include "IosPlatform.h"
 #include "Marshal+Private.h"
 #include "base/Log.h"
 
-// Defined with the platform services: the framework's code bundle is the one holding it.
-@interface NKBundleAnchor : NSObject
-@end
-
 namespace nutrition::ios {
 namespace {
-
-// The bundle the images ship in: the framework, or the resource bundle a Swift package build
-// puts beside the code, as the platform's resources are looked up.
-NSBundle* imageBundle() {
-  static NSBundle* found = [] {
-    NSBundle* code = [NSBundle bundleForClass:[NKBundleAnchor class]];
-    for (NSBundle* place in @[ code, [NSBundle mainBundle] ]) {
-      NSURL* url = [place URLForResource:@"NutritionKit_NutritionKit" withExtension:@"bundle"];
-      NSBundle* bundle = url != nil ? [NSBundle bundleWithURL:url] : nil;
-      if (bundle != nil) return bundle;
-    }
-    return code;
-  }();
-  return found;
-}
 
 std::string hex(const std::optional<Color>& color) {
   if (!color) return "-";
@@ -160,7 +142,7 @@ UIImage* _Nullable toUIImage(const ImageRef& image) {
     decoded = [UIImage imageWithData:[NSData dataWithBytes:bytes.data() length:bytes.size()]];
   } else if (!image.name.empty()) {
     decoded = [UIImage imageNamed:toNSString(image.name)
-                             inBundle:imageBundle()
+                             inBundle:resourceBundle()
         compatibleWithTraitCollection:nil];
   }
   if (decoded != nil && image.isTemplate) {
