@@ -6,6 +6,7 @@
 
 #include "DemoCommand.h"
 #include "MemberCommands.h"
+#include "PreviewCommand.h"
 #include "QuestionnaireCommands.h"
 #include "SandboxCommand.h"
 
@@ -38,6 +39,13 @@ void printHelp() {
       "  menu favorite I D              adds dish D of intake I to the favourites, or removes it\n"
       "  questionnaire --answers FILE   answer it from a file, page by page, and send the profile\n"
       "\n"
+      "  preview [--port N] [host settings]    the module's live screens in a browser, served on\n"
+      "                                        127.0.0.1 (an ephemeral port unless --port);\n"
+      "                                        settings: --main-color RRGGBB, --nav-color RRGGBB,\n"
+      "                                        --nav-tint RRGGBB, --nav-title TEXT,\n"
+      "                                        --large-titles, --language es|en|pt|de|ca|it|fr,\n"
+      "                                        --short-profile, --excluded-aliments on|off,\n"
+      "                                        --fasting on|off, --diet standard|diabetes\n"
       "  sandbox [--port N] [--data-dir DIR]   run the sandbox nutrition backend on 127.0.0.1\n"
       "  help                                  show this text\n"
       "\n"
@@ -58,6 +66,7 @@ int main(int argc, char** argv) {
   }
   const std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
   if (arguments[0] == "sandbox") return nutrition::cli::runSandbox(rest);
+  if (arguments[0] == "preview") return nutrition::cli::runPreview(rest);
   if (arguments[0] == "today") return nutrition::cli::runToday(rest);
   if (arguments[0] == "week") return nutrition::cli::runWeek(rest);
   if (arguments[0] == "fasting") return nutrition::cli::runFasting(rest);

@@ -15,6 +15,7 @@
 #include "views/ImageView.h"
 #include "views/Label.h"
 #include "views/NavigationController.h"
+#include "views/PageViewController.h"
 #include "views/Pickers.h"
 #include "views/StackView.h"
 #include "views/SystemColors.h"
@@ -267,10 +268,14 @@ class Writer final : public ViewVisitor {
   // flex box; `interactive`: no view above turned interaction off; `list`: the collection or
   // table view this view is a cell of.
   void emit(const std::shared_ptr<View>& view, bool inFlow, bool interactive,
-            const std::shared_ptr<CellListView>& list) {
+            const std::shared_ptr<CellListView>& list, double parentTop = 0,
+            bool inScroll = false) {
     if (view->isHidden) return;
     element_ = Element{};
     current_ = view;
+    top_ = parentTop + view->frame().origin.y;
+    inScroll_ = inScroll;
+    const double top = top_;
     interactive_ = interactive && view->isUserInteractionEnabled;
     const bool childrenInteractive = interactive_;
     if (list != nullptr && dynamic_cast<ReusableCell*>(view.get()) != nullptr) {
@@ -279,6 +284,10 @@ class Writer final : public ViewVisitor {
     }
     view->accept(*this);
     if (element_.id.empty() && interactive_ && view->hasTapGesture()) tapTarget(viewTarget(view));
+    if (auto* pages = dynamic_cast<PageViewController*>(view->viewController);
+        pages != nullptr && pages->isScrollEnabled && interactive_) {
+      swipeTarget(*pages);
+    }
     Element element = std::move(element_);
 
     std::string& html = out_.html;
@@ -293,8 +302,10 @@ class Writer final : public ViewVisitor {
     html += element.inner;
     if (!element.leaf) {
       const auto asList = std::dynamic_pointer_cast<CellListView>(view);
-      for (const auto& child : view->subviews())
-        emit(child, element.flowChildren, childrenInteractive, asList);
+      const bool scrolls = dynamic_cast<ScrollView*>(view.get()) != nullptr;
+      for (const auto& child : view->subviews()) {
+        emit(child, element.flowChildren, childrenInteractive, asList, top, inScroll || scrolls);
+      }
     }
     html += element.after;
     html += "</" + element.tag + ">";
@@ -605,6 +616,10 @@ class Writer final : public ViewVisitor {
     html += "</div></div></div>";
   }
 
+  // Where a navigation bar over the screen ends (0: none). The outermost scroll views under
+  // it start their content below it, as a phone adjusts their insets.
+  void setBarBottom(double bottom) { barBottom_ = bottom; }
+
   std::string target(std::function<bool(const std::string&)> action) {
     std::string id = "e" + std::to_string(out_.targets.size() + 1);
     out_.targets.emplace(id, std::move(action));
@@ -659,6 +674,18 @@ class Writer final : public ViewVisitor {
     };
   }
 
+  // A page controller's view: a member's horizontal swipe turns the page.
+  void swipeTarget(PageViewController& pages) {
+    std::weak_ptr<ViewController> weak = pages.weak_from_this();
+    const std::string id = target([weak](const std::string& value) {
+      auto shown = std::dynamic_pointer_cast<PageViewController>(weak.lock());
+      if (!shown || (value != "forward" && value != "reverse")) return false;
+      return shown->swipe(value == "forward" ? PageViewController::Direction::forward
+                                             : PageViewController::Direction::reverse);
+    });
+    element_.attributes += " data-swipe=\"" + id + "\"";
+  }
+
   void tapTarget(std::function<bool(const std::string&)> action) {
     if (!element_.id.empty()) return;
     element_.id = target(std::move(action));
@@ -668,7 +695,8 @@ class Writer final : public ViewVisitor {
   void scroll(const ScrollView& view) {
     element_.classes += view.isScrollEnabled ? " sv" : " sv still";
     if (view.isPagingEnabled) element_.classes += " paging";
-    const EdgeInsets& inset = view.contentInset;
+    EdgeInsets inset = view.contentInset;
+    if (!inScroll_ && top_ < barBottom_) inset.top += barBottom_ - top_;
     double width = view.contentSize.width;
     double height = view.contentSize.height;
     for (const auto& child : view.subviews()) {
@@ -792,7 +820,13 @@ class Writer final : public ViewVisitor {
   Element element_;
   std::shared_ptr<View> current_;
   bool interactive_ = true;
+  double top_ = 0;  // of the current view, on the screen
+  bool inScroll_ = false;
+  double barBottom_ = 0;
 };
+
+// The status bar and a navigation bar under it, in points.
+constexpr double kBarBottom = 91;
 
 // The layers of `controller` and of each screen presented on it, `covered` when a full-screen
 // presentation above hides them.
@@ -821,13 +855,14 @@ void renderLayers(Writer& writer, HtmlRendering& out, ViewController& controller
                 escapeHtml(std::string(screen.kind())) + "\">";
     std::shared_ptr<View> root = screen.viewPointer();
     root->prepareForDisplay();
-    writer.emit(root, false, true, nullptr);
+    std::shared_ptr<NavigationController> navigation;
     if (dynamic_cast<NavigationController*>(&screen) != nullptr) {
-      if (auto navigation =
-              std::dynamic_pointer_cast<NavigationController>(screen.weak_from_this().lock())) {
-        writer.navigationBar(navigation);
-      }
+      navigation = std::dynamic_pointer_cast<NavigationController>(screen.weak_from_this().lock());
     }
+    writer.setBarBottom(navigation && !navigation->navigationBar.isHidden ? kBarBottom : 0);
+    writer.emit(root, false, true, nullptr);
+    writer.setBarBottom(0);
+    if (navigation) writer.navigationBar(navigation);
     out.html += "</div>";
   }
 }

@@ -9,7 +9,8 @@
 // under them.
 //
 // Whatever a member can act on carries an id: controls and views with a tap action, the cells
-// of collection and table views, text fields and wheels, bar items and scroll views. The
+// of collection and table views, text fields and wheels, bar items, scroll views, and the
+// view of a page controller that turns pages on a swipe (in data-swipe). The
 // rendering keeps what each id does, so a host that shows the page hands the member's input
 // back with `apply(id, value)`, on the main queue. Ids are numbered in document order, so the
 // same tree renders the same ids; the targets hold views weakly and do nothing once the view
@@ -39,8 +40,9 @@ struct HtmlRendering {
   std::string html;
   // What the member's input on each id does. The value is empty for a tap; a text field takes
   // the typed text, a date wheel "yyyy-mm-dd", a picker wheel the row's index, a scroll view
-  // "x,y". Each returns false when the input is refused (the view is gone, hidden, disabled,
-  // or the value does not fit).
+  // "x,y", a page controller's view (its id in data-swipe) "forward" or "reverse". Each returns
+  // false when the input is refused (the view is gone, hidden, disabled, or the value does not
+  // fit).
   std::map<std::string, std::function<bool(const std::string& value)>> targets;
 
   // Runs the target `id` with `value`; false when there is no such id or it refused.

@@ -15,7 +15,9 @@
 #include "views/ImageView.h"
 #include "views/Label.h"
 #include "views/NavigationController.h"
+#include "views/PageViewController.h"
 #include "views/Pickers.h"
+#include "views/ScrollView.h"
 #include "views/StackView.h"
 #include "views/TextField.h"
 #include "views/Window.h"
@@ -279,6 +281,8 @@ TEST(HtmlRenderer, PresentedScreensAreLayersAndTheBarGoesBack) {
   host->present(navigation, false);
   auto second = std::make_shared<ViewController>();
   second->title = "Receta";
+  auto scroll = addOutlet<ScrollView>(second->view(), "scroll");
+  scroll->setFrame({{0, 40}, {390, 804}});
   navigation->pushViewController(second, false);
 
   HtmlRendering page = renderHtml(*host);
@@ -287,6 +291,9 @@ TEST(HtmlRenderer, PresentedScreensAreLayersAndTheBarGoesBack) {
                            "style=\"background-color:#2e7d32\">"),
             std::string::npos);
   EXPECT_NE(page.html.find(">Receta</div>"), std::string::npos);
+  // A scroll view under the bar starts its content below it (the bar ends 91 points down).
+  EXPECT_NE(page.html.find("<div class=\"content\" style=\"left:0px;top:51px;"), std::string::npos)
+      << page.html;
   std::smatch back;
   ASSERT_TRUE(
       std::regex_search(page.html, back, std::regex("class=\"item back\" id=\"(e[0-9]+)\"")));
@@ -312,6 +319,42 @@ TEST(HtmlRenderer, PresentedScreensAreLayersAndTheBarGoesBack) {
   ASSERT_TRUE(page.apply(idOf(page, "action")));
   EXPECT_TRUE(chosen);
   EXPECT_EQ(full->presentedViewController(), nullptr);
+}
+
+struct TwoPages final : PageViewControllerDataSource {
+  std::shared_ptr<ViewController> viewControllerBefore(PageViewController&,
+                                                       ViewController& current) override {
+    return &current == second.get() ? first : nullptr;
+  }
+  std::shared_ptr<ViewController> viewControllerAfter(PageViewController&,
+                                                      ViewController& current) override {
+    return &current == first.get() ? second : nullptr;
+  }
+  std::shared_ptr<ViewController> first = std::make_shared<ViewController>();
+  std::shared_ptr<ViewController> second = std::make_shared<ViewController>();
+};
+
+TEST(HtmlRenderer, APageControllerTurnsOnASwipeUnlessSwipingIsOff) {
+  TwoPages source;
+  auto pages = std::make_shared<PageViewController>();
+  pages->dataSource = &source;
+  pages->setViewController(source.first, PageViewController::Direction::forward, false);
+  std::smatch swipe;
+  const HtmlRendering page = renderHtml(*pages);
+  ASSERT_TRUE(std::regex_search(page.html, swipe, std::regex("data-swipe=\"(e[0-9]+)\"")));
+  const std::string id = swipe[1].str();
+  EXPECT_FALSE(page.apply(id, "sideways"));
+  EXPECT_FALSE(page.apply(id, "reverse"));  // no page before the first
+  ASSERT_TRUE(page.apply(id, "forward"));
+  EXPECT_EQ(pages->currentViewController(), source.second.get());
+  EXPECT_FALSE(page.apply(id, "forward"));
+  ASSERT_TRUE(page.apply(id, "reverse"));
+  EXPECT_EQ(pages->currentViewController(), source.first.get());
+
+  pages->isScrollEnabled = false;
+  EXPECT_EQ(renderHtml(*pages).html.find("data-swipe"), std::string::npos);
+  EXPECT_FALSE(page.apply(id, "forward"));
+  EXPECT_EQ(pages->currentViewController(), source.first.get());
 }
 
 TEST(HtmlRenderer, ImagesComeFromTheBundleOrTheirBytes) {
