@@ -5,7 +5,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-packages=(chromium nodejs npm fonts-dejavu-core)
+# Fonts: DejaVu for text, Symbola for the symbols the screens use (ⓘ).
+packages=(chromium nodejs npm fonts-dejavu-core fonts-symbola)
 
 missing=()
 for package in "${packages[@]}"; do
