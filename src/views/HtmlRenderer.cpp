@@ -8,6 +8,7 @@
 #include <numbers>
 
 #include "base/Image.h"
+#include "json/JsonCursor.h"
 #include "views/AlertController.h"
 #include "views/Button.h"
 #include "views/CollectionView.h"
@@ -208,6 +209,14 @@ std::optional<Date> parseDateText(const std::string& text) {
                                         std::chrono::day{day}};
   if (!ymd.ok()) return std::nullopt;
   return Date{std::chrono::sys_days{ymd}};
+}
+
+// A scroll offset as the page sends it: a plain number.
+std::optional<double> parseOffset(std::string_view text) {
+  json::Cursor in(text);
+  double value = 0;
+  if (!in.readDouble(value) || !in.finish()) return std::nullopt;
+  return value;
 }
 
 std::optional<int> parseIndex(const std::string& text) {
@@ -414,14 +423,10 @@ class Writer final : public ViewVisitor {
       auto shown = std::dynamic_pointer_cast<ScrollView>(weak.lock());
       const auto comma = value.find(',');
       if (!shown || comma == std::string::npos) return false;
-      double x = 0;
-      double y = 0;
-      const char* text = value.data();
-      if (std::from_chars(text, text + comma, x).ec != std::errc{} ||
-          std::from_chars(text + comma + 1, text + value.size(), y).ec != std::errc{}) {
-        return false;
-      }
-      shown->setContentOffset({x, y});
+      const auto x = parseOffset(std::string_view(value).substr(0, comma));
+      const auto y = parseOffset(std::string_view(value).substr(comma + 1));
+      if (!x || !y) return false;
+      shown->setContentOffset({*x, *y});
       return true;
     });
     element_.attributes += " data-act=\"scroll\"";

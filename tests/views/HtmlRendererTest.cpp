@@ -294,6 +294,16 @@ TEST(HtmlRenderer, PresentedScreensAreLayersAndTheBarGoesBack) {
   // A scroll view under the bar starts its content below it (the bar ends 91 points down).
   EXPECT_NE(page.html.find("<div class=\"content\" style=\"left:0px;top:51px;"), std::string::npos)
       << page.html;
+  // The page reports the member's scrolling as "x,y"; anything else moves nothing.
+  const std::string scrolled = idOf(page, "scroll");
+  ASSERT_FALSE(scrolled.empty());
+  EXPECT_TRUE(page.apply(scrolled, "0,120.5"));
+  EXPECT_EQ(scroll->contentOffset().y, 120.5);
+  for (const char* bad : {"0", "x,1", "NaN,1", "1,2px", "01,2"}) {
+    EXPECT_FALSE(page.apply(scrolled, bad)) << bad;
+  }
+  EXPECT_EQ(scroll->contentOffset().y, 120.5);
+
   std::smatch back;
   ASSERT_TRUE(
       std::regex_search(page.html, back, std::regex("class=\"item back\" id=\"(e[0-9]+)\"")));
