@@ -144,16 +144,17 @@ std::string arcPath(const Arc& arc) {
   const std::string r = num(arc.radius);
   const std::string flag = arc.clockwise ? "1" : "0";
   std::string d = "M" + point(arc.startAngle);
-  // A whole turn is two half turns: one elliptical arc cannot end where it starts.
-  const bool whole = sweep >= kTurn - 1e-9;
-  const int pieces = whole ? 2 : 1;
+  // More than half a turn is drawn as two halves: one elliptical arc cannot end where it
+  // starts, and a ring just short of a turn would end where it starts once its points are
+  // rounded, which draws nothing.
+  const int pieces = sweep > std::numbers::pi ? 2 : 1;
   for (int piece = 1; piece <= pieces; ++piece) {
     const double step = sweep / pieces;
     d += " A";
     d += r;
     d += ' ';
     d += r;
-    d += step > std::numbers::pi ? " 0 1 " : " 0 0 ";
+    d += " 0 0 ";
     d += flag;
     d += ' ';
     d += point(arc.startAngle + direction * step * piece);

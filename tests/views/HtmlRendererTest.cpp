@@ -130,11 +130,21 @@ TEST(HtmlRenderer, TheRingIsDrawnFromThePieChartArcs) {
                       "stroke-width=\"8\"/>"),
             std::string::npos)
       << html;
-  EXPECT_NE(html.find("<path d=\"M154 79 A75 75 0 1 1 79 4\" fill=\"none\" stroke=\"#c8c8c8\""),
+  EXPECT_NE(html.find("<path d=\"M154 79 A75 75 0 0 1 25.97 132.03 A75 75 0 0 1 79 4\" "
+                      "fill=\"none\" stroke=\"#c8c8c8\""),
             std::string::npos)
       << html;
   EXPECT_EQ(count(html, "<path"), 2U);
   EXPECT_EQ(html.find("#ff0000"), std::string::npos);
+
+  // At the start of a fast the grey rest is 0.99999 of a turn: its ends round to one point,
+  // and it is still drawn all round.
+  auto start = std::make_shared<PieChartView>(Size{158, 158});
+  start->addSlice(Color{200, 200, 200}, 0.99999);
+  const std::string fresh = renderHtml(*start).html;
+  EXPECT_NE(fresh.find("<path d=\"M79 4 A75 75 0 0 1 79 154 A75 75 0 0 1 79 4\""),
+            std::string::npos)
+      << fresh;
 
   // A whole turn is two half turns; anticlockwise sweeps the other way; strokeEnd dashes.
   auto canvas = makeView<View>(Rect{{}, {100, 100}});
@@ -155,7 +165,9 @@ TEST(HtmlRenderer, TheRingIsDrawnFromThePieChartArcs) {
   const std::string drawn = renderHtml(*canvas).html;
   EXPECT_NE(drawn.find("d=\"M90 50 A40 40 0 0 1 10 50 A40 40 0 0 1 90 50\""), std::string::npos)
       << drawn;
-  EXPECT_NE(drawn.find("d=\"M90 50 A40 40 0 1 0 50 90\""), std::string::npos) << drawn;
+  EXPECT_NE(drawn.find("d=\"M90 50 A40 40 0 0 0 21.72 21.72 A40 40 0 0 0 50 90\""),
+            std::string::npos)
+      << drawn;
   EXPECT_NE(drawn.find("pathLength=\"1\" stroke-dasharray=\"0.5 1\""), std::string::npos);
 }
 
