@@ -113,8 +113,10 @@ async function frame(wait) {
   show(await response.json());
 }
 
-async function send(id, value) {
-  const query = new URLSearchParams({gen: String(generation), id: id, value: value});
+// Ids number the elements of one rendering: an action names the rendering its element came
+// from, which may be older than the page by the time the action goes out.
+async function send(id, value, gen) {
+  const query = new URLSearchParams({gen: String(gen), id: id, value: value});
   await fetch("action?" + query.toString(), {method: "POST"});
   await frame(false);
 }
@@ -124,7 +126,8 @@ let drag = null;
 let swiped = false;
 screen.addEventListener("pointerdown", (event) => {
   const area = event.target.closest("[data-swipe]");
-  drag = area ? {id: area.dataset.swipe, x: event.clientX, y: event.clientY} : null;
+  drag = area ? {id: area.dataset.swipe, gen: generation, x: event.clientX, y: event.clientY}
+              : null;
   swiped = false;
 });
 screen.addEventListener("pointerup", (event) => {
@@ -133,7 +136,7 @@ screen.addEventListener("pointerup", (event) => {
   const dy = event.clientY - drag.y;
   if (Math.abs(dx) > 40 && Math.abs(dx) > 2 * Math.abs(dy)) {
     swiped = true;
-    send(drag.id, dx < 0 ? "forward" : "reverse");
+    send(drag.id, dx < 0 ? "forward" : "reverse", drag.gen);
   }
   drag = null;
 });
@@ -147,21 +150,25 @@ screen.addEventListener("click", (event) => {
   const target = event.target.closest("[data-act=\"tap\"]");
   if (!target || !screen.contains(target)) return;
   event.preventDefault();
-  send(target.id, "");
+  send(target.id, "", generation);
 });
 
 screen.addEventListener("change", (event) => {
   const target = event.target;
-  if (target.dataset.act === "input") send(target.id, target.value);
+  if (target.dataset.act === "input") send(target.id, target.value, generation);
 });
 
-const scrollTimers = new Map();
+// A scroll is reported once it rests, for the element and rendering it began in: a redraw in
+// between may have given the element another id and another role.
+const scrollTimers = new WeakMap();
 screen.addEventListener("scroll", (event) => {
   const target = event.target;
   if (!(target instanceof HTMLElement) || target.dataset.act !== "scroll") return;
-  clearTimeout(scrollTimers.get(target.id));
-  scrollTimers.set(target.id, setTimeout(() => {
-    send(target.id, Math.round(target.scrollLeft) + "," + Math.round(target.scrollTop));
+  const id = target.id;
+  const gen = generation;
+  clearTimeout(scrollTimers.get(target));
+  scrollTimers.set(target, setTimeout(() => {
+    send(id, Math.round(target.scrollLeft) + "," + Math.round(target.scrollTop), gen);
   }, 150));
 }, true);
 

@@ -600,9 +600,9 @@ class Writer final : public ViewVisitor {
       const std::string back = below->navigationItem.backBarButtonItem
                                    ? below->navigationItem.backBarButtonItem->title
                                    : "";
-      const std::string id = target([weak](const std::string&) {
+      const std::string id = target([weak](const std::string& value) {
         auto shown = std::dynamic_pointer_cast<NavigationController>(weak.lock());
-        return shown && shown->popViewController(true) != nullptr;
+        return value.empty() && shown && shown->popViewController(true) != nullptr;
       });
       html += "<span class=\"item back\" id=\"" + id +
               "\" data-act=\"tap\" style=\"color:" + css(tint) + "\">‹ " + escapeHtml(back) +
@@ -692,9 +692,12 @@ class Writer final : public ViewVisitor {
     element_.attributes += " data-swipe=\"" + id + "\"";
   }
 
+  // A tap carries no value: input meant for another kind of element is refused.
   void tapTarget(std::function<bool(const std::string&)> action) {
     if (!element_.id.empty()) return;
-    element_.id = target(std::move(action));
+    element_.id = target([action = std::move(action)](const std::string& value) {
+      return value.empty() && action(value);
+    });
     element_.attributes += " data-act=\"tap\"";
   }
 
@@ -755,7 +758,9 @@ class Writer final : public ViewVisitor {
     }
     std::string id;
     if (item.action) {
-      id = target([action = std::move(action)](const std::string&) { return action(); });
+      id = target([action = std::move(action)](const std::string& value) {
+        return value.empty() && action();
+      });
     }
     return "<span class=\"item" +
            std::string(item.style == BarButtonItem::Style::done ? " done" : "") + "\"" +

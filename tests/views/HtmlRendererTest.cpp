@@ -101,6 +101,10 @@ TEST(HtmlRenderer, HiddenSubtreesAndViewsWithoutInteractionOfferNothing) {
   EXPECT_EQ(idOf(page, "disabled"), "");
   ASSERT_EQ(page.targets.size(), 2U);
 
+  // Input meant for another element (a scroll offset sent to an id that now names a button)
+  // is no tap.
+  EXPECT_FALSE(page.apply(idOf(page, "live"), "0,0"));
+  EXPECT_FALSE(page.apply(idOf(page, "gesture"), "0,0"));
   ASSERT_TRUE(page.apply(idOf(page, "live")));
   ASSERT_TRUE(page.apply(idOf(page, "gesture")));
   EXPECT_EQ(taps, 11);
@@ -320,6 +324,8 @@ TEST(HtmlRenderer, PresentedScreensAreLayersAndTheBarGoesBack) {
   ASSERT_TRUE(
       std::regex_search(page.html, back, std::regex("class=\"item back\" id=\"(e[0-9]+)\"")));
   EXPECT_NE(page.html.find("‹ Atrás"), std::string::npos);
+  EXPECT_FALSE(page.apply(back[1].str(), "0,0"));
+  EXPECT_EQ(navigation->topViewController(), second.get());
   ASSERT_TRUE(page.apply(back[1].str()));
   EXPECT_EQ(navigation->topViewController(), first.get());
   EXPECT_FALSE(page.apply(back[1].str()));  // at the root nothing is popped
