@@ -74,8 +74,11 @@ function morph(from, to) {
     }
   }
   morphChildren(from, to);
-  // The module moved a scroll view (another page in the same place, or its own scroll).
-  if (from.placed && offset !== from.getAttribute("data-x") + "," + from.getAttribute("data-y")) {
+  // The module moved a scroll view (another page in the same place, or its own scroll). The
+  // echo of a scroll the page reported, or one the member is still making, moves nothing: an
+  // older report arriving after a newer scroll would pull the content back.
+  const moved = from.getAttribute("data-x") + "," + from.getAttribute("data-y");
+  if (from.placed && offset !== moved && !scrollTimers.has(from) && moved !== from.reported) {
     from.scrollLeft = Number(from.dataset.x);
     from.scrollTop = Number(from.dataset.y);
   }
@@ -117,7 +120,11 @@ async function frame(wait) {
 // from, which may be older than the page by the time the action goes out.
 async function send(id, value, gen) {
   const query = new URLSearchParams({gen: String(gen), id: id, value: value});
-  await fetch("action?" + query.toString(), {method: "POST"});
+  const response = await fetch("action?" + query.toString(), {method: "POST"});
+  // An action on a look the module has already left (its view replaced) is refused; the
+  // count lets a test tell a refused tap from a slow one.
+  const answer = response.ok ? await response.json() : {ok: false};
+  if (!answer.ok) document.body.dataset.refused = String(Number(document.body.dataset.refused || 0) + 1);
   await frame(false);
 }
 
@@ -168,7 +175,9 @@ screen.addEventListener("scroll", (event) => {
   const gen = generation;
   clearTimeout(scrollTimers.get(target));
   scrollTimers.set(target, setTimeout(() => {
-    send(id, Math.round(target.scrollLeft) + "," + Math.round(target.scrollTop), gen);
+    scrollTimers.delete(target);
+    target.reported = Math.round(target.scrollLeft) + "," + Math.round(target.scrollTop);
+    send(id, target.reported, gen);
   }, 150));
 }, true);
 

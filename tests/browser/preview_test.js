@@ -186,39 +186,61 @@ async function main() {
       await click(found[0]);
     }
 
-    // The ids of the elements matching `selector` in the question titled `title` (with the
+    // The id of the last element matching `selector` in the question titled `title` (with the
     // text `text` when given), found in one look at the page: a redraw replaces elements, ids
-    // stay.
+    // stay. Answers that come from the backend may take a moment to appear.
     async function inQuestion(title, selector, text) {
-      const found = await page.evaluate((title, selector, text) => {
-        const layers = [...document.querySelectorAll("#screen > .layer:not(.covered)")];
-        const top = layers[layers.length - 1];
-        for (const view of top.querySelectorAll("[data-kind=HealthQuestionView]")) {
-          const label = view.querySelector("[data-name=questiontTitle]");
-          if (!label || label.innerText.trim() !== title) continue;
-          return [...view.querySelectorAll(selector)]
-              .filter((element) => element.id)
-              .filter((element) => text === undefined || element.innerText.trim() === text)
-              .map((element) => element.id);
+      const deadline = Date.now() + 15000;
+      for (;;) {
+        const found = await page.evaluate((title, selector, text) => {
+          const layers = [...document.querySelectorAll("#screen > .layer:not(.covered)")];
+          const top = layers[layers.length - 1];
+          for (const view of top.querySelectorAll("[data-kind=HealthQuestionView]")) {
+            const label = view.querySelector("[data-name=questiontTitle]");
+            if (!label || label.innerText.trim() !== title) continue;
+            return [...view.querySelectorAll(selector)]
+                .filter((element) => element.id)
+                .filter((element) => text === undefined || element.innerText.trim() === text)
+                .map((element) => element.id);
+          }
+          return null;
+        }, title, selector, text);
+        if (found !== null && found.length > 0) return found[found.length - 1];
+        if (Date.now() > deadline) {
+          throw new Error(found === null ? "no question '" + title + "' on screen"
+                                         : "'" + title + "' has no " + selector +
+                                               (text ? " '" + text + "'" : ""));
         }
-        return null;
-      }, title, selector, text);
-      if (found === null) throw new Error("no question '" + title + "' on screen");
-      if (found.length === 0) {
-        throw new Error("'" + title + "' has no " + selector + (text ? " '" + text + "'" : ""));
+        await sleep(150);
       }
-      return found[found.length - 1];
     }
 
     const generation = () => page.evaluate(() => Number(document.body.dataset.generation || -1));
     const nextLook = async (before) => page.waitForFunction(
         (before) => Number(document.body.dataset.generation) > before, {timeout: 5000}, before);
 
+    // Taps an answer and waits for the page to draw it. A tap on a look the module had just
+    // left is refused (the question rebuilt its buttons): the member taps again on the new one.
     async function answerTap(title, answer) {
-      const before = await generation();
-      await click(await inQuestion(title, "[data-act=tap]", answer));
-      // The answer shows as chosen once the page has drawn the tap.
-      await nextLook(before);
+      for (let attempt = 1; ; attempt++) {
+        const before = await page.evaluate(() => ({
+          gen: Number(document.body.dataset.generation || -1),
+          refused: Number(document.body.dataset.refused || 0),
+        }));
+        await click(await inQuestion(title, "[data-act=tap]", answer));
+        let refused = false;
+        try {
+          refused = await (await page.waitForFunction((before) => {
+            if (Number(document.body.dataset.refused || 0) > before.refused) return "refused";
+            return Number(document.body.dataset.generation) > before.gen ? "drawn" : false;
+          }, {timeout: 10000}, before)).jsonValue() === "refused";
+        } catch (error) {
+          throw new Error("no redraw after tapping '" + answer + "' for '" + title + "'");
+        }
+        if (!refused) return;
+        if (attempt === 3) throw new Error("'" + answer + "' for '" + title + "' refused");
+        await nextLook(before.gen);
+      }
     }
 
     async function answerPicker(title, answer) {
@@ -349,7 +371,9 @@ async function main() {
         return true;
       }
       if (now.screen === "WaitingScreenViewController" && now.text.includes("Ver menú")) {
-        await tap("[data-name=button]", "Ver menú");
+        // The screen may have moved on since that look (an earlier tap arriving late).
+        const button = await ids("[data-name=button]", "Ver menú");
+        if (button.length > 0) await click(button[0]);
       }
       return false;
     }, 60000);
