@@ -22,8 +22,12 @@ url="$(grep -m1 '^http://127.0.0.1:[0-9]*/$' "$work/out.txt")" ||
   { cat "$work/out.txt" "$work/err.txt" >&2; fail "no address printed"; }
 port="${url#http://127.0.0.1:}"; port="${port%/}"
 
-curl -sf "$url" | grep -q 'id="screen"' || fail "the page is not served"
-curl -sf "${url}renderer.css" | grep -q '.layer' || fail "no style sheet"
+# Each answer is read whole before it is searched: `grep -q` leaving a pipe early would make
+# curl fail on its next write.
+page="$(curl -sf "$url")" || fail "the page is not served"
+grep -q 'id="screen"' <<<"$page" || fail "the page is not the preview's"
+css="$(curl -sf "${url}renderer.css")" || fail "no style sheet"
+grep -q '.layer' <<<"$css" || fail "the style sheet has no layers"
 curl -sf -o /dev/null "${url}images/food" || fail "no bundle image"
 code="$(curl -s -o /dev/null -w '%{http_code}' "${url}images/..%2Fstrings")"
 [ "$code" = 404 ] || fail "a path out of the images folder gave $code"
@@ -37,8 +41,8 @@ grep -q '"graph":"HostScreen > HealthAlertViewController"' <<<"$frame" ||
   fail "the invitation is not shown: ${frame:0:300}"
 grep -q 'COMPLETAR EVALUACI' <<<"$frame" || fail "no button to the questionnaire"
 # An id no render gave does nothing.
-curl -sf -X POST -d "" "${url}action?gen=999&id=e1&value=" | grep -q '"ok":false' ||
-  fail "an unknown render was acted on"
+answer="$(curl -sf -X POST -d "" "${url}action?gen=999&id=e1&value=")" || fail "no answer to an action"
+grep -q '"ok":false' <<<"$answer" || fail "an unknown render was acted on"
 
 code=0
 "$nutrition" preview --port "$port" >/dev/null 2>"$work/busy.txt" || code=$?

@@ -32,22 +32,22 @@ case "$base" in http://127.0.0.1:*/) ;; *) fail "unexpected base URL '$base'" ;;
 
 login="$(curl -sf -X POST -H 'Content-Type: application/json' \
   -d '{"ClientAlias":"demo","Password":"demo-password"}' "${base}api/auth/login")"
-echo "$login" | grep -q '"ClientAlias":"demo"' || fail "login answered $login"
+grep -q '"ClientAlias":"demo"' <<<"$login" || fail "login answered $login"
 
 curl -sf -X POST -H 'Content-Type: application/json' \
   -d '{"UserId":"cli_demo","ClientId":1,"DailyKcal":2000,"RegenerateMenu":false}' \
   "${base}api/user?Language=en_EN" >/dev/null || fail "creating a member failed"
 menu="$(curl -sf "${base}api/menu?Language=en_EN&UserId=cli_demo")"
-echo "$menu" | grep -q '"Processed":true' || fail "menu not processed: ${menu:0:200}"
-echo "$menu" | grep -q '"DayNum":7' || fail "menu has no seventh day"
-echo "$menu" | grep -q '"DishName":' || fail "menu has no dishes"
+grep -q '"Processed":true' <<<"$menu" || fail "menu not processed: ${menu:0:200}"
+grep -q '"DayNum":7' <<<"$menu" || fail "menu has no seventh day"
+grep -q '"DishName":' <<<"$menu" || fail "menu has no dishes"
 
 kill "${pids[0]}"; wait "${pids[0]}" 2>/dev/null || true
 grep -q "Stopping" "$work/first.log" || fail "the sandbox did not stop cleanly"
 
 start "$work/second.log" --data-dir "$work/state"
 user="$(curl -sf "${base}api/user?Language=en_EN&UserId=cli_demo")"
-echo "$user" | grep -q '"UserId":"cli_demo"' || fail "the member did not survive a restart: $user"
+grep -q '"UserId":"cli_demo"' <<<"$user" || fail "the member did not survive a restart: $user"
 
 if "$nutrition" sandbox --port 99999 >/dev/null 2>"$work/err.log"; then fail "--port 99999 accepted"; fi
 grep -q "port" "$work/err.log" || fail "no message for a bad port"
